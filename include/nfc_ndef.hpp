@@ -1,0 +1,54 @@
+/*
+ * Owning handles for C++ callers of nfc-ndef: each frees what it holds as nfc_ndef.h says.
+ *
+ * SPDX-License-Identifier: MIT
+ */
+#ifndef NFC_NDEF_HPP
+#define NFC_NDEF_HPP
+
+#include "nfc_ndef.h"
+
+#include <memory>
+#include <type_traits>
+
+namespace nfc_ndef {
+
+/** Deletes with a function of the C interface, which takes the object's pointer or that pointer's address. */
+template <auto Delete> struct Deleter {
+    template <class T> void operator()(T *object) const noexcept
+    {
+        if constexpr (std::is_invocable_v<decltype(Delete), T *>)
+            Delete(object);
+        else
+            Delete(&object);
+    }
+};
+
+/** A block from the host allocator, such as a text that an extractor hands back. */
+template <class T = uint8_t> using Block = std::unique_ptr<T[], Deleter<os_block_dealloc>>;
+
+using Record = std::unique_ptr<nfc_ndef_record, Deleter<nfc_ndef_record_delete>>;
+using RecordType = std::unique_ptr<nfc_ndef_record_type, Deleter<nfc_ndef_record_type_delete>>;
+using Message = std::unique_ptr<nfc_ndef_msg, Deleter<nfc_ndef_msg_delete>>;
+using BluetoothOob = std::unique_ptr<nfc_ndef_bt_rtd_2_1_str, Deleter<nfc_ndef_bt_rtd_2_1_str_delete>>;
+using BluetoothLegacy = std::unique_ptr<nfc_ndef_bt_rtd_2_0_str, Deleter<nfc_ndef_bt_rtd_2_0_str_delete>>;
+
+/** Receives an object through a pointer output of the C interface: `extract(record, &length, out(text));` */
+template <class Handle> class Out {
+public:
+    explicit Out(Handle &handle) : handle_(handle) {}
+    Out(const Out &) = delete;
+    Out &operator=(const Out &) = delete;
+    ~Out() { handle_.reset(pointer_); }
+    operator typename Handle::pointer *() { return &pointer_; }
+
+private:
+    Handle &handle_;
+    typename Handle::pointer pointer_ = nullptr;
+};
+
+template <class Handle> Out<Handle> out(Handle &handle) { return Out<Handle>(handle); }
+
+} // namespace nfc_ndef
+
+#endif
