@@ -1,0 +1,26 @@
+# What `cmake --install` puts in place. Everything finds the rest relative to itself, so the prefix may be moved.
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/NfcNdef)
+set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+install(TARGETS nfc_ndef EXPORT NfcNdefTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(FILES include/nfc_ndef.h include/nfc_ndef.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+install(EXPORT NfcNdefTargets NAMESPACE NfcNdef:: FILE NfcNdefConfig.cmake DESTINATION ${package_dir})
+write_basic_package_version_file(NfcNdefConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/NfcNdefConfigVersion.cmake DESTINATION ${package_dir})
+
+file(RELATIVE_PATH pc_to_prefix /${pkgconfig_dir} /)
+string(REGEX REPLACE "/$" "" pc_to_prefix ${pc_to_prefix})
+configure_file(cmake/nfc-ndef.pc.in nfc-ndef.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/nfc-ndef.pc DESTINATION ${pkgconfig_dir})
+
+if(NFC_NDEF_TOOL)
+  file(RELATIVE_PATH bin_to_lib /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
+  set_target_properties(ndef PROPERTIES INSTALL_RPATH $ORIGIN/${bin_to_lib})
+  install(TARGETS ndef RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(FILES docs/ndef.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+  install(FILES tools/ndef/completion.bash RENAME ndef DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+  install(FILES docs/ndef.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/nfc-ndef)
+endif()
