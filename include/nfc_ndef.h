@@ -28,7 +28,7 @@
  *    caller gave it, so set every pointer output to null and every count to 0 before the call, and free whatever is
  *    non-null after it, whatever the result.
  * 5. **Memory** comes from os_block_alloc() and os_block_alloc_and_clear(). Running out of it is reported like any
- * other failure; nothing is leaked and the arguments are unchanged.
+ *    other failure; nothing is leaked and the arguments are unchanged.
  * 6. **Threads.** No function locks anything and there is no global state: use each object on one thread at a time.
  */
 
@@ -43,7 +43,10 @@
 /** @defgroup bluetooth Bluetooth pairing */
 /** @defgroup vendor Vendor records */
 
-/** @addtogroup version @{ */
+/**
+ * @addtogroup version
+ * @{
+ */
 #define NFC_NDEF_VERSION_MAJOR 1 /**< Raised when a structure or a signature changes; also the SONAME's number. */
 #define NFC_NDEF_VERSION_MINOR 0 /**< Raised when a function is added. */
 #define NFC_NDEF_VERSION_PATCH 0 /**< Raised by any other release. */
@@ -88,7 +91,10 @@ NFC_NDEF_API void *os_block_alloc_and_clear(size_t size);
 NFC_NDEF_API void os_block_dealloc(void *block);
 /** @} */
 
-/** @addtogroup records @{ */
+/**
+ * @addtogroup records
+ * @{
+ */
 
 #define NFC_NDEF_TNF_EMPTY 0        /**< No type, id or payload. */
 #define NFC_NDEF_TNF_WELL_KNOWN 1   /**< An NFC Forum well-known type, such as "T". */
@@ -267,7 +273,10 @@ NFC_NDEF_API nfc_ndef_record *nfc_ndef_record_create_from_byte_array(const uint8
                                                                      uint32_t length);
 /** @} */
 
-/** @addtogroup messages @{ */
+/**
+ * @addtogroup messages
+ * @{
+ */
 
 /** The list of records inside a message. */
 struct ctlDList;
@@ -301,7 +310,7 @@ NFC_NDEF_API nfc_ndef_msg *nfc_ndef_msg_copy(const nfc_ndef_msg *msg);
  * @param records  block from os_block_alloc() with `count` records; on success the records and the array are freed
  * @param count    number of records, 1 to 255
  * @return a new message holding copies in array order; null when the array, the count or a record is null, or when
- * memory runs out (the array and the records are then still the caller's, and unchanged)
+ *         memory runs out (the array and the records are then still the caller's, and unchanged)
  */
 NFC_NDEF_API nfc_ndef_msg *nfc_ndef_msg_create_by_records(nfc_ndef_record **records, uint8_t count);
 
@@ -388,7 +397,7 @@ NFC_NDEF_API uint8_t nfc_ndef_msg_get_number_of_records(const nfc_ndef_msg *ndef
  * @param ndef_msg  borrowed; may be null
  * @param count     out: entries in the array, 0 when there is none; null is refused
  * @return a new array (freed with os_block_dealloc()) of the message's own records, in order; null when there are none
- * or memory runs out
+ *         or memory runs out
  */
 NFC_NDEF_API const nfc_ndef_record **nfc_ndef_msg_get_records(const nfc_ndef_msg *ndef_msg, uint8_t *count);
 
@@ -397,7 +406,7 @@ NFC_NDEF_API const nfc_ndef_record **nfc_ndef_msg_get_records(const nfc_ndef_msg
  * @param ndef_msg  borrowed; may be null
  * @param count     out: entries in the array, 0 when there is none; null is refused
  * @return a new array (freed with os_block_dealloc()) of the types embedded in the message's records, in order; null
- * when there are none or memory runs out
+ *         when there are none or memory runs out
  */
 NFC_NDEF_API const nfc_ndef_record_type **nfc_ndef_msg_get_record_types(const nfc_ndef_msg *ndef_msg, uint8_t *count);
 
@@ -610,7 +619,10 @@ NFC_NDEF_API int8_t rtdlib_smart_poster_record_extract(const nfc_ndef_record *re
                                                        uint8_t *other_count, nfc_ndef_record ***other_records);
 /** @} */
 
-/** @addtogroup control @{ */
+/**
+ * @addtogroup control
+ * @{
+ */
 
 /**
  * Builds a Generic Control record, "Gc" (NFC Forum Generic Control RTD 1.0), from copies of other records.
@@ -669,7 +681,7 @@ NFC_NDEF_API int8_t rtdlib_generic_control_record_extract(const nfc_ndef_record 
  * @param ac_records  Alternative Carrier records, null entries are skipped; null exactly when the count is 0
  * @param version     0x10 or 0x12
  * @return a new record; null for bad arguments, nothing to nest, a record that cannot be encoded, or when memory runs
- * out
+ *         out
  */
 NFC_NDEF_API nfc_ndef_record *rtdlib_handover_request_record_create(const nfc_ndef_record *cr_record, uint8_t ac_count,
                                                                     nfc_ndef_record *const *ac_records,
@@ -697,7 +709,7 @@ NFC_NDEF_API int8_t rtdlib_handover_request_record_extract(const nfc_ndef_record
  * @param err_record  Handover Select Error record, or null; null with version 0x10
  * @param version     0x10 or 0x12
  * @return a new record; null for bad arguments, nothing to nest, a record that cannot be encoded, or when memory runs
- * out
+ *         out
  */
 NFC_NDEF_API nfc_ndef_record *rtdlib_handover_select_record_create(uint8_t ac_count, nfc_ndef_record *const *ac_records,
                                                                    const nfc_ndef_record *err_record, uint8_t version);
@@ -710,9 +722,8 @@ NFC_NDEF_API nfc_ndef_record *rtdlib_handover_select_record_create(uint8_t ac_co
  * @param err_record  out: the error record of minor version 2; null when there are several, not written when none
  * @param version     out: version byte
  * @return 1; 2 when minor version 2 has several error records (all outputs written); -1 for a null argument,
- * `ac_records` not null or no payload (nothing written), a major version other than 1 or a payload without a nested
- * message
- *         (`version` written), or when memory runs out
+ *         `ac_records` not null or no payload (nothing written), a major version other than 1 or a payload without
+ *         a nested message (`version` written), or when memory runs out
  */
 NFC_NDEF_API int8_t rtdlib_handover_select_record_extract(const nfc_ndef_record *record, uint8_t *ac_count,
                                                           nfc_ndef_record ***ac_records, nfc_ndef_record **err_record,
@@ -755,9 +766,9 @@ NFC_NDEF_API int8_t rtdlib_handover_carrier_record_extract(const nfc_ndef_record
  * @param aux_data_ref_count       number of auxiliary references
  * @param aux_data_ref_lengths     length of each; null only when the count is 0
  * @param aux_data_refs            ids of auxiliary records; null only when the count is 0, an entry only when its
- * length is
+ *                                 length is
  * @return a new record with `mb`, `me` and `sr` 1; null for bad arguments, a payload over 255 bytes, or when memory
- * runs out
+ *         runs out
  */
 NFC_NDEF_API nfc_ndef_record *rtdlib_alternative_carrier_record_create(uint32_t cps, uint8_t carrier_data_ref_length,
                                                                        const uint8_t *carrier_data_ref,
@@ -818,7 +829,10 @@ NFC_NDEF_API int8_t rtdlib_handover_select_error_record_extract(const nfc_ndef_r
                                                                 uint8_t *error_data);
 /** @} */
 
-/** @addtogroup bluetooth @{ */
+/**
+ * @addtogroup bluetooth
+ * @{
+ */
 
 /**
  * The fields of a Bluetooth 2.1 out-of-band record (Bluetooth Core, Supplement, Part A; NFC Forum Bluetooth Secure
@@ -872,7 +886,7 @@ NFC_NDEF_API nfc_ndef_record *rtdlib_bt_2_1_configuration_data_record_create(
  *                must hold null on entry
  * @return 1; -1 for a null argument or `fields` not null (nothing written); 2 for fewer than 8 bytes, a UUID list of a
  *         wrong length, or a Randomizer R without a Hash C; 0 for a structure that runs past the end, is repeated or
- * has a wrong length, or when memory runs out (what was read so far stays in the structure)
+ *         has a wrong length, or when memory runs out (what was read so far stays in the structure)
  */
 NFC_NDEF_API int8_t rtdlib_bt_2_1_configuration_data_record_extract(const nfc_ndef_record *record,
                                                                     nfc_ndef_bt_rtd_2_1_str **fields);
@@ -884,7 +898,10 @@ NFC_NDEF_API int8_t rtdlib_bt_2_1_configuration_data_record_extract(const nfc_nd
 NFC_NDEF_API void nfc_ndef_bt_rtd_2_1_str_delete(nfc_ndef_bt_rtd_2_1_str **fields);
 /** @} */
 
-/** @addtogroup vendor @{ */
+/**
+ * @addtogroup vendor
+ * @{
+ */
 
 /** The fields of a legacy Bluetooth configuration record. */
 typedef struct nfc_ndef_bt_rtd_2_0_str {
@@ -916,8 +933,8 @@ NFC_NDEF_API nfc_ndef_record *rtdlib_bt_configuration_data_record_create(const n
  * @param fields  out: new structure, the caller's whatever the result (freed with nfc_ndef_bt_rtd_2_0_str_delete());
  *                must hold null on entry
  * @return 1; -1 for a null argument or `fields` not null (nothing written), or no payload (an empty structure); 2 for
- * an unknown pairing type; 0 for a payload too short, a name over 248 bytes, or when memory runs out (what was read so
- * far stays in the structure)
+ *         an unknown pairing type; 0 for a payload too short, a name over 248 bytes, or when memory runs out (what was
+ *         read so far stays in the structure)
  */
 NFC_NDEF_API int8_t rtdlib_bt_configuration_data_record_extract(const nfc_ndef_record *record,
                                                                 nfc_ndef_bt_rtd_2_0_str **fields);
