@@ -1,10 +1,5 @@
-/*
- * What a record means, as plain values: `show` prints them, `json` maps them.
- *
- * SPDX-License-Identifier: MIT
- */
-#ifndef NDEF_MODEL_H
-#define NDEF_MODEL_H
+// What a record means, as plain values: `show` prints them, `json` maps them.
+#pragma once
 
 #include "nfc_ndef.hpp"
 
@@ -125,8 +120,10 @@ struct SharingEnquiry {
     Bytes enquiry_data;
 };
 
-/** A record of another type, or with a payload that its extractor refuses: only its bytes are known. */
-struct Generic {};
+// Only the bytes of the record are known.
+struct Generic {
+    bool malformed = false; // the type has an extractor, which refuses the payload
+};
 
 using Content = std::variant<Generic, Text, Uri, SmartPoster, GenericControl, HandoverRequest, HandoverSelect,
                              HandoverCarrier, AlternativeCarrier, CollisionResolution, HandoverSelectError,
@@ -142,31 +139,27 @@ struct Record {
     bool exact = false; // building the content again gives this type and this payload, byte for byte
 };
 
-/** Records nested deeper than this stay Generic. */
-constexpr unsigned max_nesting = 16;
+// Records nested deeper than this stay Generic.
+constexpr unsigned max_nesting = 8;
 
-/** Reads a record and those nested in it; `nesting` is how many records are around it. */
+// Reads a record and those nested in it; `nesting` is how many records are around it.
 Record decode(const nfc_ndef_record &record, unsigned nesting = 0);
 Records decode(const nfc_ndef_msg &message, unsigned nesting = 0);
 
-/** Builds a record of this content, which is not Generic; none when its builder refuses the values. */
+// Builds a record of this content, which is not Generic; none when its builder refuses the values.
 std::optional<Record> build(Content content, Bytes id = {});
 
-/** A record's bytes in the library's form, with its own flags; null when they cannot be a record. */
+// A record's bytes in the library's form, with its own flags; null when they cannot be a record.
 nfc_ndef::Record to_handle(const Record &record);
 
-/**
- * The bytes of a message; none when a record cannot be encoded. Readers accept a message that begins with a "Gc" record
- * only as a sequence of one-record messages, so each record of such a message carries both MB and ME.
- */
+// The bytes of a message; none when a record cannot be encoded. Readers accept a message that begins with a "Gc" record
+// only as a sequence of one-record messages, so each record of such a message carries both MB and ME.
 std::optional<Bytes> encode(const Records &message);
 
-/** A message nested in a payload, behind its first `prefix_length` bytes; none when these bytes are not a message. */
+// A message nested in a payload, behind its first `prefix_length` bytes; none when these bytes are not a message.
 std::optional<Records> decode_nested(const Bytes &payload, size_t prefix_length, unsigned nesting);
 
-/** How many bytes precede the message nested in a record of this type; none for a type that nests no message. */
+// How many bytes precede the message nested in a record of this type; none for a type that nests no message.
 std::optional<size_t> nested_prefix_length(const Record &record);
 
 } // namespace model
-
-#endif
