@@ -1,0 +1,82 @@
+// The bytes that all stand on: a view, the one reader and the one writer.
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+
+namespace ndef {
+
+using ByteView = std::span<const uint8_t>;
+
+// Reads big-endian fields from the front of a view. After an overrun it stays failed and yields zeros and empty views,
+// so a decoder reads straight down and asks ok() once.
+class Reader {
+public:
+    explicit Reader(ByteView bytes) : left_(bytes) {}
+
+    ByteView take(size_t length)
+    {
+        if (length > left_.size()) {
+            ok_ = false;
+            left_ = {};
+            return {};
+        }
+        const ByteView taken = left_.first(length);
+        left_ = left_.subspan(length);
+        return taken;
+    }
+    template <std::unsigned_integral Field> Field be()
+    {
+        Field value = 0;
+        for (const uint8_t byte : take(sizeof value))
+            value = static_cast<Field>(value << 8 | byte);
+        return value;
+    }
+    uint8_t u8() { return be<uint8_t>(); }
+    ByteView rest() { return take(left_.size()); }
+
+    size_t left() const { return left_.size(); }
+    bool ok() const { return ok_; }
+
+private:
+    ByteView left_;
+    bool ok_ = true;
+};
+
+// Fills a region from the front. What does not fit is dropped and remembered: filled() tells whether the region was
+// written to its last byte and no further.
+class Writer {
+public:
+    explicit Writer(std::span<uint8_t> out) : left_(out) {}
+
+    Writer &bytes(ByteView source)
+    {
+        if (source.size() > left_.size()) {
+            ok_ = false;
+            left_ = {};
+        } else if (!source.empty()) {
+            std::memcpy(left_.data(), source.data(), source.size());
+            left_ = left_.subspan(source.size());
+        }
+        return *this;
+    }
+    template <std::unsigned_integral Field> Writer &be(Field value)
+    {
+        uint8_t field[sizeof value];
+        for (size_t i = sizeof value; i-- > 0; value = static_cast<Field>(uint64_t{value} >> 8))
+            field[i] = static_cast<uint8_t>(value);
+        return bytes(field);
+    }
+    Writer &u8(uint8_t value) { return be(value); }
+
+    bool filled() const { return ok_ && left_.empty(); }
+
+private:
+    std::span<uint8_t> left_;
+    bool ok_ = true;
+};
+
+} // namespace ndef

@@ -1,0 +1,47 @@
+#include "host/list.h"
+
+#include "nfc_ndef.h"
+
+ctlDList *ctlDListCreateConfig(ctlNodeConfig, const ctlMemberConfig *)
+{
+    auto *list = static_cast<ctlDList *>(os_block_alloc(sizeof(ctlDList)));
+    if (list)
+        *list = {};
+    return list;
+}
+
+int ctlDListPushEnd(ctlDList *list, void *member) { return ctlDListInsertBefore(list, nullptr, member); }
+
+int ctlDListInsertBefore(ctlDList *list, ctlDListNode *node, void *member)
+{
+    auto *added = static_cast<ctlDListNode *>(os_block_alloc(sizeof(ctlDListNode)));
+    if (!added)
+        return 0;
+    ctlDListNode *const previous = node ? node->previous : list->last;
+    *added = {.next = node, .previous = previous, .member = member};
+    (previous ? previous->next : list->first) = added;
+    (node ? node->previous : list->last) = added;
+    ++list->count;
+    return 1;
+}
+
+void ctlDListRemoveAt(ctlDList *list, ctlDListNode **position)
+{
+    ctlDListNode *const node = *position;
+    (node->previous ? node->previous->next : list->first) = node->next;
+    (node->next ? node->next->previous : list->last) = node->previous;
+    --list->count;
+    os_block_dealloc(node);
+    *position = nullptr;
+}
+
+void ctlDListDestroyFree(ctlDList *list, void (*free_member)(void *member))
+{
+    for (ctlDListNode *node = list->first; node;) {
+        ctlDListNode *const next = node->next;
+        free_member(node->member);
+        os_block_dealloc(node);
+        node = next;
+    }
+    os_block_dealloc(list);
+}

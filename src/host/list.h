@@ -1,0 +1,36 @@
+// The host's doubly linked list: as much of it as a message needs.
+#pragma once
+
+#include <cstdint>
+
+struct ctlDListNode {
+    ctlDListNode *next;     // null after the last
+    ctlDListNode *previous; // null before the first
+    void *member;
+};
+
+struct ctlDList {
+    ctlDListNode *first; // null when empty
+    ctlDListNode *last;
+    uint32_t count;
+};
+
+// The one configuration in use: the list allocates its nodes, and stores member pointers as they are handed to it.
+enum ctlNodeConfig { CTL_NODE_CFG_NODE };
+struct ctlMemberConfig {};
+inline constexpr ctlMemberConfig ctlMemberConfig_NoAlloc{};
+
+// A new empty list, or null.
+ctlDList *ctlDListCreateConfig(ctlNodeConfig node_config, const ctlMemberConfig *member_config);
+
+// Adds a member behind the last; 0 when no node can be allocated.
+int ctlDListPushEnd(ctlDList *list, void *member);
+
+// Adds a member before a node, or behind the last when the node is null; 0 when no node can be allocated.
+int ctlDListInsertBefore(ctlDList *list, ctlDListNode *node, void *member);
+
+// Removes the node at a position, which becomes null; the member is left alone.
+void ctlDListRemoveAt(ctlDList *list, ctlDListNode **position);
+
+// Frees the list and its nodes, and hands each member to the callback.
+void ctlDListDestroyFree(ctlDList *list, void (*free_member)(void *member));
