@@ -1,0 +1,24 @@
+#include "message/encode.h"
+
+#include "host/check.h"
+#include "message/message.h"
+
+using namespace ndef;
+
+int32_t nfc_ndef_msg_to_byte_array(const nfc_ndef_msg *ndef_msg, uint8_t **byte_array)
+{
+    if (!ndef_msg)
+        return 0;
+    require(ndef_msg->records != nullptr, "((void *)0) != ndef_msg->records");
+    const Records records(*ndef_msg->records);
+    const EncodedSize size = encoded_size(records);
+    if (size.total == 0 || size.total > longest_message)
+        return 0;
+    const auto total = static_cast<size_t>(size.total);
+    *byte_array = size.every_record ? new_block<uint8_t>(total).release() : nullptr;
+    if (!*byte_array)
+        return 0;
+    Writer out({*byte_array, total});
+    write_message(records, out);
+    return static_cast<int32_t>(total);
+}
