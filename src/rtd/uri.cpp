@@ -1,0 +1,43 @@
+// URI record: NFC Forum URI RTD 1.0. The table of prefixes is the caller's business.
+#include "record/build.h"
+#include "rtd/result.h"
+
+#include <algorithm>
+
+using namespace ndef;
+
+static bool has_control_byte(ByteView uri_field)
+{
+    return std::any_of(uri_field.begin(), uri_field.end(), [](uint8_t byte) { return byte < 0x20; });
+}
+
+nfc_ndef_record *rtdlib_uri_record_create(uint8_t identifier_code, uint32_t uri_field_length, const uint8_t *uri_field)
+{
+    if ((uri_field != nullptr) != (uri_field_length != 0) || uri_field_length == UINT32_MAX)
+        return nullptr;
+    const ByteView field{uri_field, uri_field_length};
+    if (has_control_byte(field))
+        return nullptr;
+    Payload payload(1 + uint64_t{uri_field_length});
+    payload.u8(identifier_code).bytes(field);
+    return record_of(well_known("U"), payload).release();
+}
+
+int8_t rtdlib_uri_record_extract(const nfc_ndef_record *record, uint8_t *identifier_code, uint8_t **uri_field,
+                                 uint32_t *uri_field_length)
+{
+    Reader payload(payload_of(record));
+    const uint8_t code = payload.u8();
+    if (!payload.ok())
+        return bad_arguments;
+    const ByteView field = payload.rest();
+    *identifier_code = code;
+    *uri_field = nullptr;
+    *uri_field_length = 0;
+    if (has_control_byte(field))
+        return bad_arguments;
+    *uri_field_length = static_cast<uint32_t>(field.size());
+    if (!field.empty())
+        *uri_field = copy_of(field).release();
+    return success;
+}
