@@ -1,0 +1,47 @@
+// Taking records out of a message that is another record's payload.
+#pragma once
+
+#include "message/scan.h"
+
+#include <initializer_list>
+
+namespace ndef {
+
+// The records of a nested message, sorted by type: each belongs to the first of the given types that it matches, or to
+// none. Types are referred to by their position in that list. Only what is taken is copied; what was taken is gone.
+class Nested {
+public:
+    using Type = uint8_t;
+    static constexpr Type any = 255; // whatever has not been taken
+
+    Nested(ByteView message, std::initializer_list<nfc_ndef_record_type> types);
+
+    bool valid() const { return scan_.valid(); }
+    size_t count(Type type) const;
+
+    // The first record of a type, which must have one: to look at, and to take without a copy.
+    WholeRecord first(Type type) const { return scan_.at(find(type)); }
+    void drop_first(Type type) { type_[find(type)] = taken; }
+
+    // Takes the first record of a type, if any; false when memory runs out. The output is written only with a record.
+    bool take_first(Type type, nfc_ndef_record **record);
+
+    // Takes all records of the types, type after type; false when memory runs out, with the count 0 and the array null.
+    // When there are none the outputs are not written.
+    bool take_all(std::initializer_list<Type> types, uint8_t *count, nfc_ndef_record ***records);
+
+private:
+    static constexpr Type no_type = 253;
+    static constexpr Type taken = 254;
+
+    bool is(size_t position, Type type) const
+    {
+        return type == any ? type_[position] != taken : type_[position] == type;
+    }
+    size_t find(Type type) const;
+
+    Scan scan_;
+    std::array<Type, Scan::most_records> type_; // of each whole record, where it begins
+};
+
+} // namespace ndef

@@ -1,0 +1,114 @@
+// Generic Control record: NFC Forum Generic Control RTD 1.0. Its payload is a configuration byte and a message.
+#include "message/draft.h"
+#include "message/nested.h"
+#include "record/codec.h"
+#include "rtd/result.h"
+
+using namespace ndef;
+
+namespace {
+
+constexpr uint8_t code_follows = 0x01;
+constexpr uint8_t record_follows = 0x00;
+
+RecordPtr make_action(uint8_t action_flag, uint8_t action_code, const nfc_ndef_record *action_record)
+{
+    if (action_flag != 0) {
+        Payload payload(2);
+        payload.u8(code_follows).u8(action_code);
+        return lone_record_of(well_known("a"), payload);
+    }
+    const uint32_t length = action_record ? nfc_ndef_record_get_byte_array_length(*action_record) : 0;
+    Payload payload(1 + uint64_t{length});
+    payload.u8(record_follows);
+    if (length != 0)
+        nfc_ndef_record_write_to_byte_array(*action_record, payload.writer(), position_bits(*action_record));
+    return lone_record_of(well_known("a"), payload);
+}
+
+bool is_action(ByteView payload) { return !payload.empty() && (payload[0] == record_follows || payload.size() >= 2); }
+
+// Reads an action; false when memory runs out. A record that does not decode is none.
+bool read_action(ByteView payload, uint8_t *action_flag, uint32_t *action_code, nfc_ndef_record **action_record)
+{
+    Reader in(payload);
+    *action_flag = in.u8();
+    if (*action_flag != record_follows) {
+        *action_code = in.u8();
+        return true;
+    }
+    *action_record = nullptr;
+    RecordView described;
+    if (find_record(in.rest(), described).reason != NFC_NDEF_MSG_VALID)
+        return true;
+    *action_record = copy_record(described.borrowed()).release();
+    return *action_record != nullptr;
+}
+
+} // namespace
+
+nfc_ndef_record *rtdlib_generic_control_record_create(uint8_t config, const nfc_ndef_record *target_record,
+                                                      uint8_t action_flag, uint8_t action_code,
+                                                      const nfc_ndef_record *action_record,
+                                                      const nfc_ndef_record *data_record, uint8_t gc_count,
+                                                      nfc_ndef_record *const *gc_records)
+{
+    if (!target_record || (gc_count != 0 && !gc_records))
+        return nullptr;
+    const RecordPtr action = make_action(action_flag, action_code, action_record);
+
+    Draft control;
+    control.add(target_record).add(action.get()).add_if(data_record);
+    for (uint8_t i = gc_count; i-- > 0;)
+        control.add(gc_records[i]);
+    Payload payload = control.pack({&config, 1});
+    return lone_record_of(well_known("Gc"), payload).release();
+}
+
+int8_t rtdlib_generic_control_record_extract(const nfc_ndef_record *record, uint32_t *config,
+                                             nfc_ndef_record **target_record, uint8_t *action_flag,
+                                             uint32_t *action_code, nfc_ndef_record **action_record,
+                                             nfc_ndef_record **data_record, uint8_t *gc_count,
+                                             nfc_ndef_record ***gc_records)
+{
+    enum : Nested::Type { target, action, data, control };
+    Reader payload(payload_of(record));
+    const uint8_t config_byte = payload.u8();
+    Nested nested(payload.rest(), {well_known("t"), well_known("a"), well_known("d"), well_known("Gc")});
+    if (!nested.valid())
+        return bad_arguments;
+
+    *config = config_byte;
+    if (nested.count(target) != 1 || !nested.take_first(target, target_record))
+        return bad_arguments;
+
+    if (nested.count(action) > 1) {
+        nfc_ndef_record_delete(target_record);
+        return bad_arguments;
+    }
+    if (nested.count(action) == 1) {
+        const RecordPtr action_source = nested.first(action).make();
+        if (!action_source)
+            return bad_arguments;
+        const ByteView described = payload_of(action_source.get());
+        if (!is_action(described)) {
+            nfc_ndef_record_delete(target_record);
+            return bad_arguments;
+        }
+        if (!read_action(described, action_flag, action_code, action_record))
+            return bad_arguments;
+    }
+
+    if (nested.count(data) > 1) {
+        nfc_ndef_record_delete(target_record);
+        nfc_ndef_record_delete(action_record);
+        return bad_arguments;
+    }
+    if (!nested.take_first(data, data_record))
+        return bad_arguments;
+
+    *gc_count = 0;
+    if (!nested.take_all({control}, gc_count, gc_records))
+        return bad_arguments;
+    return success;
+}

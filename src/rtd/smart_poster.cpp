@@ -1,0 +1,75 @@
+// Smart Poster record: NFC Forum Smart Poster RTD 1.0. Its payload is a message of its parts.
+#include "message/draft.h"
+#include "message/nested.h"
+#include "rtd/result.h"
+
+using namespace ndef;
+
+constexpr uint32_t no_action = 255;
+constexpr uint32_t size_payload_length = 4;
+constexpr uint32_t action_payload_length = 1;
+
+nfc_ndef_record *rtdlib_smart_poster_record_create(uint8_t title_count, nfc_ndef_record *const *titles,
+                                                   const nfc_ndef_record *uri_record, uint8_t action,
+                                                   uint8_t icon_count, nfc_ndef_record *const *icons,
+                                                   const nfc_ndef_record *size_record,
+                                                   const nfc_ndef_record *type_record, uint8_t other_count,
+                                                   nfc_ndef_record *const *other_records)
+{
+    if (!uri_record)
+        return nullptr;
+    Payload action_payload(action_payload_length);
+    action_payload.u8(action);
+    const RecordPtr action_record = record_of(well_known("act"), action_payload);
+
+    Draft poster;
+    poster.add(uri_record)
+        .add_each(title_count, titles)
+        .add(action_record.get())
+        .add_each(icon_count, icons)
+        .add_if(type_record)
+        .add_if(size_record)
+        .add_each(other_count, other_records);
+    Payload payload = poster.pack({});
+    return record_of(well_known("Sp"), payload).release();
+}
+
+int8_t rtdlib_smart_poster_record_extract(const nfc_ndef_record *record, uint8_t *title_count,
+                                          nfc_ndef_record ***titles, nfc_ndef_record **uri_record, uint32_t *action,
+                                          uint8_t *icon_count, nfc_ndef_record ***icons, nfc_ndef_record **size_record,
+                                          nfc_ndef_record **type_record, uint8_t *other_count,
+                                          nfc_ndef_record ***other_records)
+{
+    enum : Nested::Type { uri, title, type, size, act, image, video };
+    Nested poster(payload_of(record),
+                  {well_known("U"), well_known("T"), well_known("t"), well_known("s"), well_known("act"),
+                   type_of(NFC_NDEF_TNF_MIME, "image*"), type_of(NFC_NDEF_TNF_MIME, "video*")});
+
+    if (!poster.valid() || poster.count(uri) != 1 || !poster.take_first(uri, uri_record))
+        return bad_arguments;
+
+    *title_count = 0;
+    if (!poster.take_all({title}, title_count, titles) || !poster.take_first(type, type_record))
+        return bad_arguments;
+
+    if (poster.count(size) != 0 && poster.first(size).payload_length() != size_payload_length)
+        return bad_arguments;
+    if (!poster.take_first(size, size_record))
+        return bad_arguments;
+
+    *action = no_action;
+    if (poster.count(act) != 0) {
+        if (poster.first(act).payload_length() != action_payload_length)
+            return bad_arguments;
+        *action = poster.first(act).first_payload_byte();
+        poster.drop_first(act);
+    }
+
+    if (!poster.take_all({image, video}, icon_count, icons))
+        return bad_arguments;
+
+    *other_count = 0;
+    if (!poster.take_all({Nested::any}, other_count, other_records))
+        return bad_arguments;
+    return success;
+}
