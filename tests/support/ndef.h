@@ -10,6 +10,7 @@
 #include "nfc_ndef.hpp"
 
 #include <cstdint>
+#include <functional>
 #include <initializer_list>
 #include <memory>
 #include <string>
