@@ -1,0 +1,100 @@
+#include "json_text.h"
+
+#include "json.h"
+#include "model.h"
+
+#include <fmt/format.h>
+
+#include <set>
+#include <vector>
+
+namespace tool {
+
+namespace {
+
+// Each record takes two levels, the object and the array around it; its own members take two more.
+constexpr size_t max_depth = 2 * model::max_nesting + 6;
+
+// Follows the parser through the text and knows where it is.
+class Watch {
+public:
+    void see(nlohmann::json::parse_event_t event, const nlohmann::json &parsed)
+    {
+        using Event = nlohmann::json::parse_event_t;
+        switch (event) {
+        case Event::object_start:
+        case Event::array_start:
+            levels_.push_back({event == Event::array_start, 0, {}, {}});
+            if (levels_.size() > max_depth)
+                throw JsonError(path(), "is nested too deep");
+            break;
+        case Event::key:
+            levels_.back().name = parsed.get<std::string>();
+            if (!levels_.back().names.insert(levels_.back().name).second)
+                throw JsonError(path(), "is there twice");
+            break;
+        case Event::object_end:
+        case Event::array_end:
+            levels_.pop_back();
+            [[fallthrough]];
+        case Event::value:
+            if (!levels_.empty())
+                ++levels_.back().index;
+        }
+    }
+
+private:
+    struct Level {
+        bool is_array;
+        size_t index;
+        std::string name;
+        std::set<std::string> names;
+    };
+
+    std::string path() const
+    {
+        std::string path;
+        for (const Level &level : levels_)
+            if (level.is_array)
+                path += fmt::format("/{}", level.index);
+            else if (!level.names.empty())
+                path = member_path(path, level.name);
+        return path;
+    }
+
+    std::vector<Level> levels_;
+};
+
+// "line 1, column 2: syntax error ...", without the parser's own name for it and without quoting the text.
+std::string reason_of(const nlohmann::json::parse_error &error)
+{
+    std::string reason = error.what();
+    reason.erase(0, reason.find("at line ") == std::string::npos ? 0 : reason.find("at line ") + 3);
+    return reason.substr(0, reason.find("; last read:"));
+}
+
+} // namespace
+
+std::string member_path(const std::string &parent, std::string_view name)
+{
+    std::string path = parent + '/';
+    for (const char c : name)
+        path += c == '~' ? "~0" : c == '/' ? "~1" : std::string(1, c);
+    return path;
+}
+
+nlohmann::json parse_json(std::string_view text)
+{
+    Watch watch;
+    const auto see = [&](int, nlohmann::json::parse_event_t event, const nlohmann::json &parsed) {
+        watch.see(event, parsed);
+        return true;
+    };
+    try {
+        return nlohmann::json::parse(text, see);
+    } catch (const nlohmann::json::parse_error &error) {
+        throw JsonError("", reason_of(error));
+    }
+}
+
+} // namespace tool
