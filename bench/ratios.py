@@ -9,8 +9,8 @@ else the machine does makes repetitions slower, never faster.
 import argparse
 import json
 import statistics
-import subprocess
-import sys
+
+from runs import fastest, run
 
 WORKLOADS = {  # name in the program: what it is, and the ratio that is not to be exceeded
     "text": ("parse a message of one Text record", 1.3),
@@ -21,23 +21,7 @@ WORKLOADS = {  # name in the program: what it is, and the ratio that is not to b
     "50_chunks": ("parse 50 chunks of 200 bytes", 1.4),
     "handover": ("parse and extract a handover", 1.3),
 }
-FILTER = "^(" + "|".join(WORKLOADS) + ")/"
-
-
-def run(program, *options):
-    command = [program, "--benchmark_format=json", f"--benchmark_filter={FILTER}", *options]
-    report = json.loads(subprocess.run(command, check=True, capture_output=True, text=True).stdout)
-    return [one for one in report["benchmarks"] if one["run_type"] == "iteration"]
-
-
-def fastest(runs):
-    times = {}
-    for one in runs:
-        if one.get("error_occurred"):
-            sys.exit(f"{one['name']}: {one['error_message']}")
-        assert one["time_unit"] == "ns"
-        times.setdefault(one["run_name"], []).append(one["cpu_time"])
-    return {name: min(found) for name, found in times.items()}
+ONLY = "^(" + "|".join(WORKLOADS) + ")/"
 
 
 def main():
@@ -49,31 +33,20 @@ def main():
     parser.add_argument("--json", help="file to write the figures to")
     options = parser.parse_args()
 
-    rounds = [
-        fastest(
-            run(
-                f"{options.build}/ndef_bench",
-                "--benchmark_enable_random_interleaving=true",
-                f"--benchmark_repetitions={options.repetitions}",
-                f"--benchmark_min_time={options.seconds}",
-            )
-        )
-        for _ in range(options.rounds)
-    ]
-    blocks = {
-        one["run_name"]: round(one["blocks"])
-        for one in run(f"{options.build}/ndef_bench_blocks", "--benchmark_min_time=0")
-    }
+    program = f"{options.build}/ndef_bench"
+    rounds = [fastest(program, ONLY, options.repetitions, options.seconds) for _ in range(options.rounds)]
+    counted = run(f"{options.build}/ndef_bench_blocks", ONLY, "--benchmark_min_time=0")
+    blocks = {one["run_name"]: round(one["blocks"]) for one in counted}
 
     table = []
-    print(f"{'workload':<38}{'ratio':>7}{'at most':>9}{'rounds':>15}{'library':>12}{'floor':>12}{'blocks':>8}{'floor':>7}")
-    for name, (what, limit) in WORKLOADS.items():
+    print(f"{'':<36}{'ratio':>6}{'at most':>9}{'rounds':>14}{'library':>13}{'floor':>10}{'blocks':>8}{'floor':>7}")
+    for name, (what, at_most) in WORKLOADS.items():
         library, floor = f"{name}/library", f"{name}/floor"
         ratios = [times[library] / times[floor] for times in rounds]
         row = {
-            "workload": name,
+            "workload": what,
             "ratio": statistics.median(ratios),
-            "at_most": limit,
+            "at_most": at_most,
             "rounds": ratios,
             "library_ns": min(times[library] for times in rounds),
             "floor_ns": min(times[floor] for times in rounds),
@@ -82,9 +55,9 @@ def main():
         }
         table.append(row)
         print(
-            f"{what:<38}{row['ratio']:>7.2f}{limit:>9.1f}{min(ratios):>9.2f}..{max(ratios):.2f}"
-            f"{row['library_ns']:>9.0f} ns{row['floor_ns']:>9.0f} ns{row['library_blocks']:>8}{row['floor_blocks']:>7}"
-            + (" over" if row["ratio"] > limit else "")
+            f"{what:<36}{row['ratio']:>6.2f}{at_most:>9.1f}{min(ratios):>8.2f}..{max(ratios):.2f}"
+            f"{row['library_ns']:>10.0f} ns{row['floor_ns']:>7.0f} ns{blocks[library]:>8}{blocks[floor]:>7}"
+            + ("  exceeded" if row["ratio"] > at_most else "")
         )
     if options.json:
         with open(options.json, "w", encoding="utf-8") as file:
