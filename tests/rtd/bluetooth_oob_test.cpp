@@ -1,0 +1,305 @@
+#include "outcome.h"
+
+using namespace test;
+
+namespace {
+
+using Structure = nfc_ndef_bt_rtd_2_1_str;
+
+constexpr Output outputs[] = {{"structure", -1, true}};
+
+/** Nothing for an absent field; the length alone for one without the bytes that it speaks of. */
+std::string field(const char *name, const uint8_t *data, size_t length)
+{
+    if (!data && length == 0)
+        return "";
+    EXPECT_NE(length, 0U) << name;
+    return std::string(" ") + name + "=" + (data ? spell(copy(data, length)) : "missing " + std::to_string(length));
+}
+
+/** All fields but the address, which shows as a sign when it is not 01 to 06. */
+std::string read_oob(Record record)
+{
+    Structure *oob = nullptr;
+    std::string line = std::to_string(rtdlib_bt_2_1_configuration_data_record_extract(record.get(), &oob));
+    record.reset();
+    if (!oob)
+        return line;
+    line += copy(oob->device_address, 6) == bytes("010203040506") ? "" : "?";
+    if (copy(oob->class_of_device, 3) != filled(3, 0))
+        line += field("class", oob->class_of_device, 3);
+    line += field("name", oob->local_name, oob->local_name_length) + field("c", oob->hash_c, oob->hash_c_length) +
+            field("r", oob->randomizer_r, oob->randomizer_r_length) +
+            field("uuid16", oob->uuid16_list, oob->uuid16_list_length) +
+            field("uuid32", oob->uuid32_list, oob->uuid32_list_length) +
+            field("uuid128", oob->uuid128_list, oob->uuid128_list_length);
+    if (oob->manufacturer_data_count != 0)
+        line += " makers=" + std::to_string(oob->manufacturer_data_count);
+    EXPECT_EQ(oob->manufacturer_id_length, oob->manufacturer_ids ? 2 : 0);
+    for (uint8_t i = 0; oob->manufacturer_ids && i < oob->manufacturer_data_count; ++i)
+        line += field("id", oob->manufacturer_ids[i], 2) +
+                field("data", oob->manufacturer_data[i], oob->manufacturer_data_lengths[i]);
+    nfc_ndef_bt_rtd_2_1_str_delete(&oob);
+    EXPECT_EQ(oob, nullptr);
+    return line;
+}
+
+/** What the builder's structure points to. */
+struct Fields {
+    Bytes name = {}, c = {}, r = {}, uuid16 = {}, uuid32 = {}, uuid128 = {};
+    std::vector<Bytes> ids = {}, data = {};
+    Bytes lengths = {};
+    std::vector<uint8_t *> id_pointers = {}, data_pointers = {};
+
+    Structure structure()
+    {
+        const auto size = [](const auto &all) { return static_cast<uint8_t>(all.size()); };
+        const auto data_of = [](auto &all) { return all.empty() ? nullptr : all.data(); };
+        lengths.clear(), id_pointers.clear(), data_pointers.clear();
+        for (size_t i = 0; i < ids.size(); ++i) {
+            lengths.push_back(size(data[i]));
+            id_pointers.push_back(data_of(ids[i]));
+            data_pointers.push_back(data_of(data[i]));
+        }
+        return {{1, 2, 3, 4, 5, 6},
+                {10, 11, 12},
+                size(name),
+                data_of(name),
+                size(c),
+                data_of(c),
+                size(r),
+                data_of(r),
+                size(uuid16),
+                data_of(uuid16),
+                size(uuid32),
+                data_of(uuid32),
+                size(uuid128),
+                data_of(uuid128),
+                size(ids),
+                static_cast<uint8_t>(ids.empty() ? 0 : 2),
+                data_of(id_pointers),
+                data_of(lengths),
+                data_of(data_pointers)};
+    }
+};
+
+Fields everything()
+{
+    return {.name = text("Nick"),
+            .c = filled(16, 0xCC),
+            .r = filled(16, 0xDD),
+            .uuid16 = bytes("0B110E11"),
+            .uuid32 = bytes("01020304"),
+            .uuid128 = filled(16, 0x55),
+            .ids = {bytes("3412"), bytes("7856")},
+            .data = {bytes("AABBCC"), {}}};
+}
+
+struct Types {
+    uint8_t name, uuid16, uuid32, uuid128;
+};
+
+Record build(const Structure *fields, Types types = {9, 3, 4, 7}, const uint8_t *id = nullptr, uint8_t length = 0,
+             uint8_t present = 0)
+{
+    return Record(rtdlib_bt_2_1_configuration_data_record_create(fields, types.name, types.uuid16, types.uuid32,
+                                                                 types.uuid128, id, length, present));
+}
+
+Record build(Fields fields, Types types = {9, 0, 0, 0})
+{
+    const Structure structure = fields.structure();
+    return build(&structure, types);
+}
+
+/** Many entries, a long one or a long name. */
+Fields large(size_t entries, size_t length, size_t name)
+{
+    return {.name = filled(name, 'n'),
+            .ids = std::vector<Bytes>(entries, bytes("3412")),
+            .data = std::vector<Bytes>(entries, filled(length, 0xAA))};
+}
+
+const std::string kind = "2S application/vnd.bluetooth.ep.oob", head = " 010203040506 ", device_class = "040D0A0B0C ";
+const std::string all_payload = "6000" + head + "05094E69636B" + device_class +
+                                "110E CC*16 110F DD*16 05030B110E11 "
+                                "050401020304 1107 55*16 06FF3412AABBCC "
+                                "03FF7856";
+const std::string all_read = "1 class=0A0B0C name=4E69636B c=CC*16 r=DD*16 uuid16=0B110E11 uuid32=01020304 "
+                             "uuid128=55*16 makers=2 id=3412 data=AABBCC id=7856";
+
+} // namespace
+
+TEST(BluetoothOob, Builds)
+{
+    Fields all = everything();
+    const Structure full = all.structure();
+    const uint8_t id[] = {'0'};
+    const auto with_id = [&full](const uint8_t *given, uint8_t length, uint8_t present) {
+        return build(&full, {9, 3, 4, 7}, given, length, present);
+    };
+    const Built rows[] = {
+        {build(Fields()), kind, "0D00" + head + device_class, "smallest"},
+        {build({.name = text("Nick")}), kind, "1300" + head + "05094E69636B" + device_class, "complete name"},
+        {build({.name = text("N")}, {8, 0, 0, 0}), kind, "1000" + head + "02084E" + device_class, "shortened name"},
+        {build({.c = filled(16, 1)}), kind, "1F00" + head + device_class + "110E 01*16", "hash alone"},
+        {build({.uuid16 = bytes("0B11")}, {9, 2, 0, 0}), kind, "1100" + head + device_class + "03020B11", "16 bits"},
+        {build({.uuid32 = filled(4, 1)}, {9, 0, 5, 0}), kind, "1300" + head + device_class + "0505 01*4", "32 bits"},
+        {build({.uuid128 = filled(16, 1)}, {9, 0, 0, 6}), kind, "1F00" + head + device_class + "1106 01*16",
+         "128 bits"},
+        {with_id(nullptr, 0, 0), kind, all_payload, "order of the fields"},
+        {with_id(id, 1, 1), "2SI application/vnd.bluetooth.ep.oob#30", all_payload, "id"},
+        {with_id(id, 1, 2), "2SI application/vnd.bluetooth.ep.oob#30", all_payload, "flag 2 tested"},
+        {with_id(nullptr, 0, 2), kind, all_payload, "flag 2 tested, no id"},
+        {with_id(id, 0, 1), "null", "", "id of length 0"},
+        {with_id(nullptr, 1, 1), "null", "", "id missing"},
+        {with_id(nullptr, 0, 1), "null", "", "announced id missing"},
+        {with_id(id, 1, 0), "null", "", "id not announced"},
+        {with_id(id, 0, 2), "null", "", "flag 2, pointer without length"},
+        {build(nullptr), "null", "", "no structure"},
+        {build(large(0, 0, 254)), "2 application/vnd.bluetooth.ep.oob", "0D01" + head + "FF09 6E*254 " + device_class,
+         "name"},
+        {build(large(0, 0, 255)), "null", "", "a name's length byte wraps to 0"},
+        {build(large(1, 253, 0)), "null", "", "an entry's length byte wraps to 0"},
+        {build(large(255, 252, 241)), "null", "", "the payload's length wraps to 0"},
+    };
+    expect_built(rows);
+    const Record largest = build(large(255, 252, 240));
+    ASSERT_EQ(payload_of(largest.get()).size(), 65535U);
+    EXPECT_EQ(hex(copy(largest->payload, 12)), "FFFF010203040506F1096E6E");
+}
+
+TEST(BluetoothOob, RefusesToBuild)
+{
+    const struct {
+        void (*spoil)(Structure &);
+        const char *fault;
+    } rows[] = {
+        {[](Structure &s) { s.local_name = nullptr; }, "name missing"},
+        {[](Structure &s) { s.local_name_length = 0; }, "name without length"},
+        {[](Structure &s) { s.hash_c = nullptr; }, "hash missing"},
+        {[](Structure &s) { s.hash_c_length = 0; }, "hash without length"},
+        {[](Structure &s) { s.hash_c_length = 15; }, "hash of 15 bytes"},
+        {[](Structure &s) { s.hash_c_length = 0, s.hash_c = nullptr; }, "randomizer without hash"},
+        {[](Structure &s) { s.randomizer_r = nullptr; }, "randomizer missing"},
+        {[](Structure &s) { s.randomizer_r_length = 0; }, "randomizer without length"},
+        {[](Structure &s) { s.randomizer_r_length = 17; }, "randomizer of 17 bytes"},
+        {[](Structure &s) { s.uuid16_list = nullptr; }, "16-bit list missing"},
+        {[](Structure &s) { s.uuid16_list_length = 0; }, "16-bit list without length"},
+        {[](Structure &s) { s.uuid16_list_length = 3; }, "16-bit list of 3 bytes"},
+        {[](Structure &s) { s.uuid32_list = nullptr; }, "32-bit list missing"},
+        {[](Structure &s) { s.uuid32_list_length = 0; }, "32-bit list without length"},
+        {[](Structure &s) { s.uuid32_list_length = 2; }, "32-bit list of 2 bytes"},
+        {[](Structure &s) { s.uuid128_list = nullptr; }, "128-bit list missing"},
+        {[](Structure &s) { s.uuid128_list_length = 0; }, "128-bit list without length"},
+        {[](Structure &s) { s.uuid128_list_length = 8; }, "128-bit list of 8 bytes"},
+        {[](Structure &s) { s.manufacturer_data_count = 0; }, "entries without count"},
+        {[](Structure &s) { s.manufacturer_id_length = 0; }, "no identifier length"},
+        {[](Structure &s) { s.manufacturer_id_length = 3; }, "identifiers of 3 bytes"},
+        {[](Structure &s) { s.manufacturer_ids = nullptr; }, "no identifiers"},
+        {[](Structure &s) { s.manufacturer_data_lengths = nullptr; }, "no lengths"},
+        {[](Structure &s) { s.manufacturer_data = nullptr; }, "no data array"},
+        {[](Structure &s) { s.manufacturer_ids[1] = nullptr; }, "identifier missing"},
+        {[](Structure &s) { s.manufacturer_data_lengths[1] = 1; }, "data missing"},
+        {[](Structure &s) { s.manufacturer_data_lengths[0] = 0; }, "data without length"},
+    };
+    Fields all = everything();
+    for (const auto &row : rows) {
+        Structure structure = all.structure();
+        row.spoil(structure);
+        EXPECT_EQ(build(&structure), nullptr) << row.fault;
+    }
+    const Structure full = all.structure(), plain = Fields().structure();
+    Structure spoilt = plain;
+    spoilt.manufacturer_id_length = 2;
+    EXPECT_EQ(build(&spoilt, {9, 0, 0, 0}), nullptr) << "identifier length without entries";
+    spoilt = plain;
+    spoilt.manufacturer_data = full.manufacturer_data;
+    EXPECT_EQ(build(&spoilt, {9, 0, 0, 0}), nullptr) << "data array without entries";
+    for (unsigned type = 0; type <= 0xFF; ++type) {
+        const auto t = static_cast<uint8_t>(type);
+        EXPECT_EQ(build(&plain, {t, 0, 0, 0}) != nullptr, t == 8 || t == 9) << type;
+        EXPECT_EQ(build(&full, {9, t, 5, 6}) != nullptr, t == 2 || t == 3) << type;
+        EXPECT_EQ(build(&full, {9, 2, t, 6}) != nullptr, t == 4 || t == 5) << type;
+        EXPECT_EQ(build(&full, {9, 2, 5, t}) != nullptr, t == 6 || t == 7) << type;
+        EXPECT_EQ(build(&plain, {9, t, 0, 0}) != nullptr, t == 0) << type;
+        EXPECT_EQ(build(&plain, {9, 0, t, 0}) != nullptr, t == 0) << type;
+        EXPECT_EQ(build(&plain, {9, 0, 0, t}) != nullptr, t == 0) << type;
+    }
+}
+
+TEST(BluetoothOob, Reads)
+{
+    const auto entries = [](size_t count, const std::string &each) {
+        std::string all;
+        while (count-- > 0)
+            all += each;
+        return all;
+    };
+    // Behind a length field that nothing compares, and the address.
+    const Payload rows[] = {
+        {"", "1", "address alone"},
+        {"0000 040D0A0B0C 000000 020941 00", "1 class=0A0B0C name=41", "padding"},
+        {"020841 03022A1A 05050A0B0C0D 1106 01*16", "1 name=41 uuid16=2A1A uuid32=0A0B0C0D uuid128=01*16",
+         "other types"},
+        {"020A04 01AA 0200FF 020941", "1 name=41", "unknown types not skipped"},
+        {"040D0A0B0C 030941", "0 class=0A0B0C", "name one byte past the end"},
+        {"020941 04", "0 name=41", "length byte alone at the end"},
+        {"FF0A00", "0", "unknown structure past the end"},
+        {"020941 020842", "0 name=41", "second name"},
+        {"0109 0108 020941", "1 name=41", "empty names before the name"},
+        {"020941 0108", "0 name=41", "empty name behind the name"},
+        {"0102 0103 0104 0107 03020B11", "1 uuid16=0B11", "empty lists"},
+        {"03020B11 03030C11", "0 uuid16=0B11", "two types, one list of 16 bits"},
+        {"050401020304 0105", "0 uuid32=01020304", "two lists of 32 bits"},
+        {"1106 01*16 0107", "0 uuid128=01*16", "two lists of 128 bits"},
+        {"040D0A0B0C 040D010203", "0 class=0A0B0C", "second class of device"},
+        {"040D000000 040D010203", "0", "a class of device of zeros forgotten"},
+        {"110E 01*16 110E 02*16", "0 c=01*16", "second hash"},
+        {"110E 01*16 110F 02*16 110F 03*16", "0 c=01*16 r=02*16", "second randomizer"},
+        {"030D0A0B", "0", "class of device of 2 bytes"},
+        {"050D0A0B0C0D", "0", "class of device of 4 bytes"},
+        {"100E 01*15", "0", "hash of 15 bytes"},
+        {"120E 01*17", "0", "hash of 17 bytes"},
+        {"110E 01*16 010F", "0 c=01*16", "empty randomizer"},
+        {"04020B110E 020941", "2 uuid16=missing 3", "list of 16 bits of 3 bytes ends the walk"},
+        {"0705 01*6", "2 uuid32=missing 6", "list of 32 bits of 6 bytes"},
+        {"0906 01*8", "2 uuid128=missing 8", "list of 128 bits of 8 bytes"},
+        {"110F 01*16 110E 02*16", "1 c=02*16 r=01*16", "randomizer in front of its hash"},
+        {"110F 01*16 020941 04FF341255", "2 name=41 r=01*16 makers=1 id=3412 data=55", "randomizer without hash"},
+        {"04FF341201 00 020A04 03FF7856 020941 05FFBC9A0203",
+         "1 name=41 makers=3 id=3412 data=01 id=7856 id=BC9A data=0203", "second walk"},
+        {"FEFF3412 AA*251", "1 makers=1 id=3412 data=AA*251", "long entry"},
+        {"02FF34 020941", "0", "identifier of 1 byte"},
+        {"03FF3412 01FF 020941", "0 makers=1", "entry without identifier counted"},
+        {"03FF3412 090941", "0 makers=1", "entries counted, arrays never made"},
+        {entries(255, "03FF3412 "), "1 makers=255" + entries(255, " id=3412"), "most entries"},
+        {entries(256, "03FF3412 "), "0 makers=255", "count wraps to 0"},
+    };
+    for (const auto &[payload, expected, fault] : rows)
+        EXPECT_EQ(read_oob(with_payload(spelled("FFFF" + head + payload))), expected) << fault << ": " << payload;
+    EXPECT_EQ(read_oob(with_payload({})), "2?") << "no payload: an empty structure";
+    EXPECT_EQ(read_oob(nullptr), "-1");
+    expect_checked(rtdlib_bt_2_1_configuration_data_record_extract, with_payload(spelled("0D00" + head)), outputs);
+    nfc_ndef_bt_rtd_2_1_str_delete(nullptr);
+    Structure *none = nullptr;
+    nfc_ndef_bt_rtd_2_1_str_delete(&none);
+}
+
+TEST(BluetoothOob, ReadsBackWhatItBuilt)
+{
+    const Bytes payload = spelled(all_payload);
+    EXPECT_EQ(read_oob(build(everything(), {9, 3, 4, 7})), all_read);
+    EXPECT_EQ(read_oob(build(large(255, 252, 240))).substr(0, 20), "1 class=0A0B0C name=");
+    EXPECT_EQ(
+        read_oob(build({.uuid16 = filled(254, 2), .uuid32 = filled(252, 4), .uuid128 = filled(240, 8)}, {9, 3, 5, 7})),
+        "1 class=0A0B0C uuid16=02*254 uuid32=04*252 uuid128=08*240");
+    // Cut behind a structure, what is left is good; cut within one, it is not.
+    const Read result_of = [](Record record) { return read_oob(std::move(record)).substr(0, 1); };
+    expect_cut(result_of, payload, [&payload, end = size_t{8}](size_t length) mutable {
+        if (length != end)
+            return length < 8 ? "2" : "0";
+        end += 1U + payload[end];
+        return "1";
+    });
+}

@@ -1,0 +1,195 @@
+#include "outcome.h"
+
+using namespace test;
+
+namespace {
+
+using Structure = nfc_ndef_bt_rtd_2_0_str;
+
+constexpr Output bluetooth_outputs[] = {{"structure", -1, true}};
+constexpr Output enquiry_outputs[] = {{"type"}, {"length"}, {"data", 1, true}, {"version"}};
+
+std::string field(const char *name, const uint8_t *data, size_t length)
+{
+    if (!data && length == 0)
+        return "";
+    return std::string(" ") + name + "=" + (data ? spell(copy(data, length)) : "missing " + std::to_string(length));
+}
+
+/** The pairing type, an '@' for the address 01 to 06 and class 0A0B0C, then the other fields. */
+std::string read_bluetooth(Record record)
+{
+    Structure *fields = nullptr;
+    std::string line = std::to_string(rtdlib_bt_configuration_data_record_extract(record.get(), &fields));
+    record.reset();
+    if (!fields)
+        return line;
+    const Bytes fixed = copy(fields->device_address, 6) + copy(fields->class_of_device, 3);
+    line += " " + hex({fields->pairing_type});
+    line += fixed == bytes("0102030405060A0B0C") ? " @" : fixed == filled(9, 0) ? "" : " ?";
+    line += field("pairing", fields->pairing_data, fields->pairing_data_length) +
+            field("name", fields->local_name, fields->local_name_length);
+    nfc_ndef_bt_rtd_2_0_str_delete(&fields);
+    EXPECT_EQ(fields, nullptr);
+    return line;
+}
+
+std::string read_enquiry(Record record)
+{
+    return outcome(rtdlib_sharing_enquiry_record_extract, std::move(record), enquiry_outputs);
+}
+
+/** The bytes of pairing data that a pairing type calls for; -1 for a type that is refused. */
+int pairing_length(unsigned type)
+{
+    if (type <= 2 || type == 0x20)
+        return 16;
+    return type == 0x10 ? 0 : type > 0x20 && type < 0x30 ? static_cast<int>(type & 15) : -1;
+}
+
+Record build(uint8_t type, Bytes pairing, Bytes name = {}, void (*spoil)(Structure &) = nullptr,
+             const uint8_t *id = nullptr, uint8_t id_length = 0, uint8_t id_present = 0)
+{
+    Structure fields = {{1, 2, 3, 4, 5, 6},
+                        {10, 11, 12},
+                        type,
+                        static_cast<uint8_t>(pairing.size()),
+                        pairing.empty() ? nullptr : pairing.data(),
+                        static_cast<uint8_t>(name.size()),
+                        name.empty() ? nullptr : name.data()};
+    if (spoil)
+        spoil(fields);
+    return Record(rtdlib_bt_configuration_data_record_create(&fields, id, id_length, id_present));
+}
+
+Record enquiry(uint8_t version, uint8_t type, const Bytes &data)
+{
+    return Record(rtdlib_sharing_enquiry_record_create(type, static_cast<uint8_t>(data.size()), ptr(data), version));
+}
+
+const std::string fixed = " 060504030201 0C0B0A ";
+
+} // namespace
+
+TEST(BluetoothLegacy, Builds)
+{
+    const uint8_t id[] = {'0'};
+    const std::string kind = "4S " VENDOR_DOMAIN ":bt", with_id = "4SI " VENDOR_DOMAIN ":bt#30";
+    const auto spoilt = [](void (*spoil)(Structure &)) { return build(0x21, bytes("A1"), text("n"), spoil); };
+    const auto identified = [&](const uint8_t *given, uint8_t length, uint8_t present) {
+        return build(0x10, {}, {}, nullptr, given, length, present);
+    };
+    const Built rows[] = {
+        {build(0x10, {}), kind, "10" + fixed + "00", "smallest; both fields last byte first"},
+        {build(0x24, bytes("A1A2A3A4"), text("AB")), kind, "24" + fixed + "A1A2A3A4024142", "all fields"},
+        {build(0, filled(16, 1), filled(248, 2)), kind.substr(0, 1) + kind.substr(2), "00" + fixed + "01*16 F8 02*248",
+         "275"},
+        {build(0x10, {}, filled(249, 'n')), "null", "", "name of 249 bytes"},
+        {spoilt([](Structure &s) { s.pairing_data = nullptr; }), "null", "", "pairing data missing"},
+        {spoilt([](Structure &s) { s.pairing_data_length = 0; }), "null", "", "pairing data without length"},
+        {spoilt([](Structure &s) { s.pairing_type = 0x10, s.pairing_data_length = 0; }), "null", "",
+         "needless pointer"},
+        {spoilt([](Structure &s) { s.local_name = nullptr; }), "null", "", "name missing"},
+        {spoilt([](Structure &s) { s.local_name_length = 0; }), "null", "", "name without length"},
+        {identified(id, 1, 1), with_id, "10" + fixed + "00", "id"},
+        {identified(id, 1, 2), with_id, "10" + fixed + "00", "flag 2 tested"},
+        {identified(nullptr, 0, 2), kind, "10" + fixed + "00", "flag 2 tested, no id"},
+        {identified(id, 0, 1), "null", "", "id of length 0"},
+        {identified(nullptr, 1, 1), "null", "", "id missing"},
+        {identified(nullptr, 0, 1), "null", "", "announced id missing"},
+        {identified(id, 1, 0), "null", "", "id not announced"},
+        {identified(nullptr, 1, 2), "null", "", "flag 2, length without pointer"},
+        {Record(rtdlib_bt_configuration_data_record_create(nullptr, nullptr, 0, 0)), "null", "", "no structure"},
+    };
+    expect_built(rows);
+}
+
+TEST(BluetoothLegacy, KnowsThePairingTypes)
+{
+    for (unsigned type = 0; type <= 0xFF; ++type) {
+        const auto t = static_cast<uint8_t>(type);
+        const int expected = pairing_length(type);
+        for (int length = 0; length <= 17; ++length)
+            EXPECT_EQ(build(t, filled(static_cast<size_t>(length), 1)) != nullptr, length == expected)
+                << type << length;
+        const Bytes pairing = filled(expected < 0 ? 16 : static_cast<size_t>(expected), 1);
+        const std::string good = "1 " + hex({t}) + " @" + field("pairing", ptr(pairing), pairing.size()) + " name=4E";
+        EXPECT_EQ(read_bluetooth(with_payload(Bytes{t} + spelled(fixed) + pairing + bytes("014E"))),
+                  expected < 0 ? "2 " + hex({t}) : good);
+    }
+}
+
+TEST(BluetoothLegacy, Reads)
+{
+    const Payload rows[] = {
+        {"", "-1 00", "no payload: an empty structure"},
+        {"10" + fixed + "00", "1 10 @", "no pairing data, no name"},
+        {"10" + fixed + "00FF", "1 10 @", "a byte behind no name"},
+        {"10" + fixed + "014142", "1 10 @ name=41", "a byte behind the name"},
+        {"10" + fixed + "F8 02*248", "1 10 @ name=02*248", "longest name"},
+        {"10" + fixed + "F9 02*249", "0 10 @ name=missing 249", "name of 249 bytes"},
+        {"10" + fixed + "05414243", "0 10 @ name=missing 5", "name past the end"},
+        {"10" + fixed, "0 10 @", "name length missing"},
+        {"10 0102", "0 10", "address cut off"},
+        {"22" + fixed + "A1", "0 22 pairing=missing 2", "pairing data past the end"},
+        {"22" + fixed + "A1A2", "0 22 @ pairing=A1A2", "name length missing behind pairing data"},
+        {"11", "2 11", "lengths looked at before the type"},
+    };
+    expect_read(read_bluetooth, rows);
+    EXPECT_EQ(read_bluetooth(nullptr), "-1");
+    expect_checked(rtdlib_bt_configuration_data_record_extract, build(0x10, {}), bluetooth_outputs);
+    nfc_ndef_bt_rtd_2_0_str_delete(nullptr);
+    Structure *none = nullptr;
+    nfc_ndef_bt_rtd_2_0_str_delete(&none);
+
+    const Record all = build(0x24, bytes("A1A2A3A4"), text("AB"));
+    EXPECT_EQ(read_bluetooth(with_payload(payload_of(all.get()))), "1 24 @ pairing=A1A2A3A4 name=4142");
+    expect_cut(read_bluetooth, payload_of(all.get()), [](size_t length) {
+        return length == 0    ? "-1 00"
+               : length < 14  ? "0 24 pairing=missing 4"
+               : length == 14 ? "0 24 @ pairing=A1A2A3A4"
+                              : "0 24 @ pairing=A1A2A3A4 name=missing 2";
+    });
+}
+
+TEST(SharingEnquiry, Builds)
+{
+    const Bytes data = bytes("4142");
+    const Built rows[] = {
+        {enquiry(0x10, 1, data), "4S " VENDOR_DOMAIN ":she", "1001024142", "all fields"},
+        {enquiry(0x20, 0xFF, {}), "4S " VENDOR_DOMAIN ":she", "20FF00", "no data"},
+        {enquiry(0x1F, 1, filled(255, 2)), "4 " VENDOR_DOMAIN ":she", "1F01FF 02*255", "258 bytes"},
+        {Record(rtdlib_sharing_enquiry_record_create(1, 3, nullptr, 0x10)), "null", "", "data missing"},
+        {Record(rtdlib_sharing_enquiry_record_create(1, 0, data.data(), 0x10)), "null", "", "data without length"},
+    };
+    expect_built(rows);
+}
+
+TEST(SharingEnquiry, Reads)
+{
+    const Payload rows[] = {
+        {"1001024142", "1 type=1 length=2 data=4142 version=10", "all fields"},
+        {"20FF00", "1 type=FF length=0 version=20", "no data"},
+        {"100100FF", "1 type=1 length=0 version=10", "bytes behind no data"},
+        {"100101", "2 type=1 length=1 version=10", "data missing"},
+        {"1001014142", "2 type=1 length=1 version=10", "a byte behind the data"},
+        {"1001034142", "2 type=1 length=3 version=10", "data past the end"},
+        {"210105", "-1 version=21", "lengths compared before the version"},
+        {"2101", "2", "version of two bytes looked at"},
+        {"10", "2", "one byte"},
+        {"", "-1", "no payload"},
+    };
+    expect_read(read_enquiry, rows);
+    EXPECT_EQ(read_enquiry(nullptr), "-1");
+    EXPECT_EQ(read_enquiry(enquiry(0x1F, 7, filled(255, 2))), "1 type=7 length=FF data=02*255 version=1F");
+    expect_checked(rtdlib_sharing_enquiry_record_extract, enquiry(0x10, 1, text("a")), enquiry_outputs, 3);
+    expect_cut(read_enquiry, bytes("1001024142"), [](size_t length) {
+        return length == 0 ? "-1" : length < 3 ? "2" : "2 type=1 length=2 version=10";
+    });
+    for (unsigned version = 0; version <= 0xFF; ++version) {
+        const auto v = static_cast<uint8_t>(version);
+        const bool good = version >> 4 == 1 || (version & 15) == 0;
+        EXPECT_EQ(enquiry(v, 1, {}) != nullptr, good) << version;
+        EXPECT_EQ(read_enquiry(with_payload({v, 1, 0}))[0], good ? '1' : '-') << version;
+    }
+}
