@@ -29,8 +29,8 @@ Expected read_singly(ByteView input)
     Expected expected;
     bool joins = false;
     for (size_t position = 0; position < input.size();) {
-        Record piece{nfc_ndef_record_create_from_byte_array(input.data(), static_cast<uint32_t>(position),
-                                                            length32(input))};
+        Record piece{
+            nfc_ndef_record_create_from_byte_array(input.data(), static_cast<uint32_t>(position), length32(input))};
         must(piece != nullptr, "a message is whole records");
         position += piece->parsed_length;
         const bool joins_next = piece->cf != 0;
@@ -94,7 +94,8 @@ void fuzz::run(ByteView input)
 
     const Memory memory;
     const Message message = parse(input);
-    must(memory.peak() <= cost_of_message + input.size() + (cost_of_record - 3) * std::min<size_t>(input.size() / 3, 254),
+    must(memory.peak() <=
+             cost_of_message + input.size() + (cost_of_record - 3) * std::min<size_t>(input.size() / 3, 254),
          "memory stays in proportion to the input");
     must(valid == (message != nullptr), "check and parser agree");
     if (input.size() > 1) {
