@@ -1,0 +1,100 @@
+#include "input.h"
+
+#include "encoded_text.h"
+#include "failure.h"
+#include "printable.h"
+#include "tag_memory.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace tool {
+namespace {
+
+constexpr size_t limit = 16 << 20;
+
+struct CloseFile {
+    void operator()(std::FILE *file) const
+    {
+        if (file != stdin)
+            std::fclose(file);
+    }
+};
+
+std::vector<uint8_t> decode(std::vector<uint8_t> bytes, const std::optional<Encoding> &encoding,
+                            const std::string &name)
+{
+    if (!encoding)
+        return decode_any(std::move(bytes));
+    if (*encoding == Encoding::raw)
+        return bytes;
+    const bool hex = *encoding == Encoding::hex;
+    const std::string_view text(reinterpret_cast<const char *>(bytes.data()), bytes.size());
+    auto decoded = hex ? decode_hex(text) : decode_base64(text);
+    if (!decoded)
+        throw Failure(exit_refused, fmt::format("{}: not {} text", name, hex ? "hex" : "base64"));
+    return std::move(*decoded);
+}
+
+} // namespace
+
+std::string name_of_input(const std::string &path) { return path == "-" ? "standard input" : printable_utf8(path); }
+
+void add_input_options(CLI::App &command, InputOptions &options)
+{
+    const auto add_encoding = [&](const char *name, Encoding encoding, const char *meaning) {
+        return command.add_flag_callback(
+            name, [&options, encoding] { options.encoding = encoding; }, meaning);
+    };
+    auto *raw = add_encoding("--raw", Encoding::raw, "Take the input as the bytes themselves");
+    auto *hex = add_encoding("--hex", Encoding::hex, "Take the input as hex text");
+    auto *base64 = add_encoding("--base64", Encoding::base64, "Take the input as base64 text");
+    raw->excludes(hex)->excludes(base64);
+    hex->excludes(base64);
+    command.add_flag("--tlv", options.tag_memory, "Find the message in the memory of a Type 2 tag");
+    command.add_flag("--no-limit", options.unlimited, "Read more than 16 MiB of input");
+}
+
+std::vector<uint8_t> read_file(const std::string &path, bool unlimited)
+{
+    const std::string name = name_of_input(path);
+    const std::unique_ptr<std::FILE, CloseFile> file(path == "-" ? stdin : std::fopen(path.c_str(), "rb"));
+    std::vector<uint8_t> bytes;
+    while (file && !std::feof(file.get()) && !std::ferror(file.get())) {
+        constexpr size_t step = 1 << 16;
+        const size_t before = bytes.size();
+        if (!unlimited && before > limit)
+            throw Failure(exit_refused,
+                          fmt::format("{}: over 16 MiB of input (--no-limit reads it all the same)", name));
+        if (before > UINT32_MAX - step)
+            throw Failure(exit_refused, fmt::format("{}: too long for an NDEF message", name));
+        bytes.resize(before + step);
+        bytes.resize(before + std::fread(bytes.data() + before, 1, step, file.get()));
+    }
+    if (!file || std::ferror(file.get()))
+        throw Failure(exit_unusable, fmt::format("{}: {}", name, std::strerror(errno)));
+    return bytes;
+}
+
+std::vector<uint8_t> read_ndef(const std::string &path, const InputOptions &options)
+{
+    const std::string name = name_of_input(path);
+    std::vector<uint8_t> bytes = decode(read_file(path, options.unlimited), options.encoding, name);
+    try {
+        if (options.tag_memory)
+            bytes = message_in_tag_memory(bytes);
+    } catch (const Failure &failure) {
+        throw Failure(failure.status, fmt::format("{}: {}", name, failure.what()));
+    }
+    if (bytes.empty())
+        throw Failure(exit_refused, fmt::format("{}: empty, no NDEF message", name));
+    return bytes;
+}
+
+} // namespace tool

@@ -1,0 +1,65 @@
+#include "command.h"
+#include "printable.h"
+
+#include <fmt/format.h>
+#include <nfc_ndef.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <exception>
+
+namespace tool {
+
+void write_output(std::string_view text)
+{
+    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0)
+        return;
+    if (errno == EPIPE)
+        throw Failure(exit_unusable, "");
+    throw Failure(exit_unusable, fmt::format("cannot write to standard output: {}", std::strerror(errno)));
+}
+
+} // namespace tool
+
+namespace {
+
+int complain(int status, std::string_view text)
+{
+    if (!text.empty())
+        fmt::print(stderr, "ndef: {}\n", text);
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    using namespace tool;
+    CLI::App app("Reads, checks and makes NFC Forum NDEF messages.", "ndef");
+    app.set_version_flag("--version", fmt::format("ndef {}.{}.{}", NFC_NDEF_VERSION_MAJOR, NFC_NDEF_VERSION_MINOR,
+                                                  NFC_NDEF_VERSION_PATCH));
+    app.require_subcommand(1);
+    app.footer("Examples:\n"
+               "  ndef show tag.ndef             what is on a tag\n"
+               "  ndef show --tlv dump.bin       the same, from the memory of a Type 2 tag\n"
+               "  echo D101025503 61 | ndef show\n"
+               "  ndef check *.ndef              why messages are refused\n"
+               "\n'ndef COMMAND --help' tells more. Exit status: 0 fine, 1 refused, 2 unusable files or options.");
+    add_show_command(app);
+    add_check_command(app);
+    add_json_command(app);
+    add_make_command(app);
+    try {
+        app.parse(argc, argv);
+        return exit_fine;
+    } catch (const CLI::Success &request) { // --help and --version
+        return app.exit(request);
+    } catch (const CLI::ParseError &error) {
+        return complain(exit_unusable, fmt::format("{} ('ndef --help' tells more)", printable_utf8(error.what())));
+    } catch (const Failure &failure) {
+        return complain(failure.status, failure.what());
+    } catch (const std::exception &error) {
+        return complain(exit_unusable, error.what());
+    }
+}

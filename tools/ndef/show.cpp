@@ -1,0 +1,92 @@
+#include "byte_view.h"
+#include "color.h"
+#include "command.h"
+#include "input.h"
+#include "message.h"
+#include "names.h"
+#include "printable.h"
+#include "record_view.h"
+
+#include <fmt/format.h>
+
+#include <memory>
+
+namespace tool {
+namespace {
+
+struct ShowOptions {
+    std::string path = "-";
+    InputOptions input;
+    Color color = Color::automatic;
+    bool bytes = false;
+    bool everything = false;
+};
+
+// The flags of a record's first header, with ME from its last chunk, and what is out of the ordinary.
+std::string flags_of(std::span<const WireRecord> chunks)
+{
+    const WireRecord &first = chunks.front();
+    std::string flags = flag_names(first.header | (chunks.back().header & WireRecord::me));
+    const auto remark = [&](std::string_view text) { flags.append(flags.empty() ? "" : ", ").append(text); };
+    if (chunks.size() > 1)
+        remark(fmt::format("joined from {} chunks", chunks.size()));
+    else if (!first.has(WireRecord::sr) && first.payload.size() < 256)
+        remark("long form of a short payload length");
+    if (first.has(WireRecord::il) && first.id.empty())
+        remark("an id length of 0");
+    return flags;
+}
+
+void view_record(Tree &tree, const model::Record &record, const model::Records &message,
+                 std::span<const WireRecord> chunks, const ShowOptions &options)
+{
+    const Tree::Deeper deeper(tree);
+    tree.field("type", type_of(record));
+    if (!record.id.empty())
+        tree.field("id", in_quotes(printable_utf8(record.id)));
+    if (const std::string flags = flags_of(chunks); !flags.empty())
+        tree.field("flags", flags);
+    tree.field("payload", count_of(record.payload.size(), "byte"));
+    view_content(tree, record, message, {.dump_payloads = !options.bytes});
+    if (options.bytes) {
+        tree.heading("bytes");
+        const Tree::Deeper rows(tree);
+        view_bytes(tree, chunks);
+    }
+}
+
+void show(const ShowOptions &options)
+{
+    const std::vector<uint8_t> bytes = read_ndef(options.path, options.input);
+    const nfc_ndef::Message message = parse_message(bytes, options.path);
+    const model::Records records = model::decode(*message);
+    const std::vector<WireRecord> on_the_wire = wire_records(bytes);
+    const auto chunks = joined(on_the_wire);
+    Tree tree(wants_color(options.color), options.everything);
+    for (size_t i = 0; i < records.size(); ++i) {
+        tree.heading(fmt::format("Record {}: {}", i + 1, kind_name(records[i])));
+        view_record(tree, records[i], records, chunks.at(i), options);
+        write_output(tree.take());
+    }
+}
+
+} // namespace
+
+void add_show_command(CLI::App &app)
+{
+    auto options = std::make_shared<ShowOptions>();
+    CLI::App *command = app.add_subcommand("show", "Shows the records of a message as a tree");
+    command->add_option("FILE", options->path, "The message; standard input without it, or as -");
+    command->add_flag("-x,--bytes", options->bytes, "Also show each record's bytes, field by field");
+    command->add_flag("-a,--all", options->everything, "Show long payloads and texts to their end");
+    add_color_option(*command, options->color);
+    add_input_options(*command, options->input);
+    command->footer("Examples:\n"
+                    "  ndef show tag.ndef\n"
+                    "  echo D1 01 04 55 03 61 2E 62 | ndef show\n"
+                    "  ndef show --bytes --color=always tag.ndef | less -R\n"
+                    "  ndef show --tlv memory-of-a-type-2-tag.bin");
+    command->callback([options] { show(*options); });
+}
+
+} // namespace tool

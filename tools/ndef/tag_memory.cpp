@@ -1,0 +1,101 @@
+#include "tag_memory.h"
+
+#include "failure.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace tool {
+namespace {
+
+enum Tag : uint8_t { null_tlv = 0, lock_control = 1, memory_control = 2, ndef_message = 3, terminator = 0xFE };
+
+constexpr size_t header_size = 16; // UID, internal and static lock bytes, capability container
+constexpr size_t container = 12;
+constexpr uint8_t container_magic = 0xE1;
+
+// Walks the data area, never onto a reserved byte.
+class Area {
+public:
+    explicit Area(std::span<const uint8_t> memory) : memory_(memory), position_(0), end_(memory.size())
+    {
+        if (memory.size() <= header_size || memory[container] != container_magic)
+            return;
+        base_ = position_ = header_size;
+        end_ = std::min(end_, header_size + size_t{memory[container + 2]} * 8);
+    }
+    bool at_end()
+    {
+        while (position_ < end_ && is_reserved(position_))
+            ++position_;
+        return position_ >= end_;
+    }
+    uint8_t next()
+    {
+        if (at_end())
+            throw Failure(exit_refused, fmt::format("the tag's memory ends within a TLV, at byte {}", position_));
+        return memory_[position_++];
+    }
+    std::vector<uint8_t> take(size_t length)
+    {
+        std::vector<uint8_t> value;
+        while (value.size() < length)
+            value.push_back(next());
+        return value;
+    }
+    // The value of a lock or memory control TLV: where the bytes are, how many bits or bytes, and the size of a page.
+    void reserve(const std::vector<uint8_t> &control, bool counts_bits)
+    {
+        if (control.size() != 3)
+            return;
+        const size_t size = control[1] == 0 ? 256 : control[1];
+        const size_t page_size = size_t{1} << (control[2] & 0x0F);
+        const size_t start = (control[0] >> 4) * page_size + (control[0] & 0x0F);
+        if (start + base_ >= header_size) // counted from the start of the memory, which may not be in the image
+            reserved_.push_back({start + base_ - header_size, counts_bits ? (size + 7) / 8 : size});
+    }
+
+private:
+    struct Reserved {
+        size_t start, length;
+    };
+    bool is_reserved(size_t position) const
+    {
+        return std::any_of(reserved_.begin(), reserved_.end(), [&](const Reserved &bytes) {
+            return position >= bytes.start && position - bytes.start < bytes.length;
+        });
+    }
+
+    std::span<const uint8_t> memory_;
+    size_t position_, end_;
+    size_t base_ = 0; // where the TLVs begin in the image
+    std::vector<Reserved> reserved_;
+};
+
+} // namespace
+
+std::vector<uint8_t> message_in_tag_memory(std::span<const uint8_t> memory)
+{
+    Area area(memory);
+    while (!area.at_end()) {
+        const uint8_t tag = area.next();
+        if (tag == null_tlv)
+            continue;
+        if (tag == terminator)
+            break;
+        size_t length = area.next();
+        if (length == 0xFF) { // two more bytes hold the length
+            length = size_t{area.next()} << 8;
+            length |= area.next();
+        }
+        const std::vector<uint8_t> value = area.take(length);
+        if (tag == ndef_message)
+            return value;
+        if (tag == lock_control || tag == memory_control)
+            area.reserve(value, tag == lock_control);
+    }
+    throw Failure(exit_refused, "the tag's memory holds no NDEF message TLV");
+}
+
+} // namespace tool
