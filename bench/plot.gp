@@ -5,6 +5,11 @@ set border 3
 set tics nomirror
 blue = "#1f5fa8"
 orange = "#d9822b"
+set linetype 1 lc rgb blue
+set linetype 2 lc rgb orange
+set linetype 3 lc rgb "#2f8f5b"
+set linetype 4 lc rgb "#8a4fa3"
+set linetype 5 lc rgb "#b23a48"
 
 set origin 0,0.56
 set size 1,0.44
@@ -26,7 +31,7 @@ set grid ytics lt 1 lc rgb "#dddddd"
 set ytics autofreq
 set autoscale
 set lmargin 9
-set key top right maxrows 3 samplen 2
+set key top right samplen 2
 
 set origin 0,0
 set size 0.5,0.55
@@ -36,7 +41,7 @@ set ylabel "ns per record"
 set logscale x 2
 set xrange [0.9:300]
 set yrange [0:*]
-set offsets 0,0,80,0
+set offsets 0,0,100,0
 plot for [i = 0:families - 1] $per_record index i using 1:2 with linespoints pt 7 ps 0.5 title columnheader(1)
 
 unset offsets
@@ -50,6 +55,6 @@ set logscale y 10
 set yrange [10:*]
 set format x "2^{%L}"
 set format y "10^{%L}"
-plot $per_length index 0 using 1:2 with linespoints pt 7 ps 0.5 lc rgb blue title columnheader(1), \
-     $per_length index 1 using 1:2 with linespoints pt 6 ps 0.5 lc rgb orange title columnheader(1)
+plot $per_length index 0 using 1:2 with linespoints pt 7 ps 0.5 title columnheader(1), \
+     $per_length index 1 using 1:2 with linespoints pt 6 ps 0.5 lt 2 title columnheader(1)
 unset multiplot
