@@ -1,0 +1,88 @@
+// The ways in which the command takes bytes, and how it shows those it cannot trust: the input's first byte says which.
+#include "encoded_text.h"
+#include "failure.h"
+#include "fuzz.h"
+#include "printable.h"
+#include "tag_memory.h"
+
+#include <glib.h>
+
+using namespace fuzz;
+
+namespace {
+
+std::string_view text_of(ByteView bytes) { return {reinterpret_cast<const char *>(bytes.data()), bytes.size()}; }
+Bytes bytes_of(const std::string &text) { return {text.begin(), text.end()}; }
+
+std::string base64_of(ByteView bytes)
+{
+    gchar *const text = g_base64_encode(bytes.data(), bytes.size());
+    const std::string copy(text);
+    g_free(text);
+    return copy;
+}
+
+void hex(ByteView input)
+{
+    if (const auto bytes = tool::decode_hex(text_of(input))) {
+        must(bytes->size() <= input.size() / 2, "two digits make a byte");
+        for (const char *separator : {"", " ", ":", ", 0x"})
+            must(tool::decode_hex(tool::hex_of(*bytes, separator)) == *bytes, "hex text means what it was made of");
+    }
+}
+
+void base64(ByteView input)
+{
+    if (const auto bytes = tool::decode_base64(text_of(input))) {
+        must(bytes->size() <= input.size() * 3 / 4, "four digits make three bytes");
+        must(tool::decode_base64(base64_of(*bytes)) == *bytes, "base64 text means what it was made of");
+    }
+}
+
+void tag_memory(ByteView input)
+{
+    try {
+        must(tool::message_in_tag_memory(input).size() + 2 <= input.size(), "a message lies within the memory");
+    } catch (const tool::Failure &failure) {
+        must(failure.status == tool::exit_refused && *failure.what() != '\0', "a refusal says why");
+    }
+}
+
+// Whichever way a message is written, the command takes it for what it is.
+void message(ByteView input)
+{
+    Bytes message(input.begin(), input.end());
+    if (message.empty())
+        return;
+    message[0] |= 0x80;
+    must(tool::decode_any(message) == message, "a message is not taken for text");
+    must(tool::decode_any(bytes_of(tool::hex_of(message))) == message, "hex text is told from base64");
+    const std::string base64 = base64_of(message);
+    if (!tool::decode_hex(base64))
+        must(tool::decode_any(bytes_of(base64)) == message, "base64 text is told from hex");
+    if (message.size() >= 0xFF)
+        return;
+    Bytes memory{0, 0xFD, 1, 0x55, 3, length8(message)}; // null, a proprietary TLV, the message
+    memory.insert(memory.end(), message.begin(), message.end());
+    must(tool::message_in_tag_memory(memory) == message, "a message comes out of the memory as it was");
+}
+
+void printable(ByteView input)
+{
+    for (const std::string &shown : {tool::printable_utf8(input), tool::printable_utf16(input)}) {
+        must(g_utf8_validate(shown.data(), static_cast<gssize>(shown.size()), nullptr) != 0, "what is shown is UTF-8");
+        for (const char *at = shown.data(); at != shown.data() + shown.size(); at = g_utf8_next_char(at)) {
+            const GUnicodeType type = g_unichar_type(g_utf8_get_char(at));
+            must(type != G_UNICODE_CONTROL && type != G_UNICODE_FORMAT, "what is shown is harmless");
+        }
+    }
+}
+
+} // namespace
+
+void fuzz::run(ByteView input)
+{
+    constexpr void (*const ways[])(ByteView){hex, base64, tag_memory, message, printable};
+    if (!input.empty())
+        ways[input[0] % std::size(ways)](input.subspan(1));
+}
