@@ -47,19 +47,18 @@ private:
 };
 
 // Fills a region from the front. What does not fit is dropped and remembered: filled() tells whether the region was
-// written to its last byte and no further.
+// written to its last byte and no further. Two pointers, so that it travels in registers.
 class Writer {
 public:
-    explicit Writer(std::span<uint8_t> out) : left_(out) {}
+    explicit Writer(std::span<uint8_t> out) : at_(out.data()), end_(out.data() + out.size()) {}
 
     Writer &bytes(ByteView source)
     {
-        if (source.size() > left_.size()) {
-            ok_ = false;
-            left_ = {};
+        if (source.size() > static_cast<size_t>(end_ - at_)) {
+            at_ = end_ = nullptr;
         } else if (!source.empty()) {
-            std::memcpy(left_.data(), source.data(), source.size());
-            left_ = left_.subspan(source.size());
+            std::memcpy(at_, source.data(), source.size());
+            at_ += source.size();
         }
         return *this;
     }
@@ -70,13 +69,13 @@ public:
             field[i] = static_cast<uint8_t>(value);
         return bytes(field);
     }
-    Writer &u8(uint8_t value) { return be(value); }
+    Writer &u8(uint8_t value) { return bytes({&value, 1}); }
 
-    bool filled() const { return ok_ && left_.empty(); }
+    bool filled() const { return at_ && at_ == end_; }
 
 private:
-    std::span<uint8_t> left_;
-    bool ok_ = true;
+    uint8_t *at_; // null after a failure, and then nothing fits
+    uint8_t *end_;
 };
 
 } // namespace ndef

@@ -1,28 +1,11 @@
 #include "host/list.h"
 
-#include "nfc_ndef.h"
-
 ctlDList *ctlDListCreateConfig(ctlNodeConfig, const ctlMemberConfig *)
 {
     auto *list = static_cast<ctlDList *>(os_block_alloc(sizeof(ctlDList)));
     if (list)
         *list = {};
     return list;
-}
-
-int ctlDListPushEnd(ctlDList *list, void *member) { return ctlDListInsertBefore(list, nullptr, member); }
-
-int ctlDListInsertBefore(ctlDList *list, ctlDListNode *node, void *member)
-{
-    auto *added = static_cast<ctlDListNode *>(os_block_alloc(sizeof(ctlDListNode)));
-    if (!added)
-        return 0;
-    ctlDListNode *const previous = node ? node->previous : list->last;
-    *added = {.next = node, .previous = previous, .member = member};
-    (previous ? previous->next : list->first) = added;
-    (node ? node->previous : list->last) = added;
-    ++list->count;
-    return 1;
 }
 
 void ctlDListRemoveAt(ctlDList *list, ctlDListNode **position)

@@ -1,7 +1,7 @@
 // The host's doubly linked list: as much of it as a message needs.
 #pragma once
 
-#include <cstdint>
+#include "nfc_ndef.h"
 
 struct ctlDListNode {
     ctlDListNode *next;     // null after the last
@@ -23,11 +23,22 @@ inline constexpr ctlMemberConfig ctlMemberConfig_NoAlloc{};
 // A new empty list, or null.
 ctlDList *ctlDListCreateConfig(ctlNodeConfig node_config, const ctlMemberConfig *member_config);
 
-// Adds a member behind the last; 0 when no node can be allocated.
-int ctlDListPushEnd(ctlDList *list, void *member);
-
 // Adds a member before a node, or behind the last when the node is null; 0 when no node can be allocated.
-int ctlDListInsertBefore(ctlDList *list, ctlDListNode *node, void *member);
+inline int ctlDListInsertBefore(ctlDList *list, ctlDListNode *node, void *member)
+{
+    auto *added = static_cast<ctlDListNode *>(os_block_alloc(sizeof(ctlDListNode)));
+    if (!added)
+        return 0;
+    ctlDListNode *const previous = node ? node->previous : list->last;
+    *added = {.next = node, .previous = previous, .member = member};
+    (previous ? previous->next : list->first) = added;
+    (node ? node->previous : list->last) = added;
+    ++list->count;
+    return 1;
+}
+
+// Adds a member behind the last; 0 when no node can be allocated.
+inline int ctlDListPushEnd(ctlDList *list, void *member) { return ctlDListInsertBefore(list, nullptr, member); }
 
 // Removes the node at a position, which becomes null; the member is left alone.
 void ctlDListRemoveAt(ctlDList *list, ctlDListNode **position);

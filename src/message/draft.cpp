@@ -40,7 +40,7 @@ Payload Draft::pack(ByteView leading) const
         return Payload::failed();
     Payload payload(leading.size() + size.total);
     payload.bytes(leading);
-    write_message(*this, payload.writer());
+    payload.writer() = write_message(*this, payload.writer());
     return payload;
 }
 

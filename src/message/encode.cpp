@@ -18,7 +18,6 @@ int32_t nfc_ndef_msg_to_byte_array(const nfc_ndef_msg *ndef_msg, uint8_t **byte_
     *byte_array = size.every_record ? new_block<uint8_t>(total).release() : nullptr;
     if (!*byte_array)
         return 0;
-    Writer out({*byte_array, total});
-    write_message(records, out);
+    write_message(records, Writer({*byte_array, total}));
     return static_cast<int32_t>(total);
 }

@@ -21,8 +21,8 @@ template <class Records> EncodedSize encoded_size(const Records &records)
     return size;
 }
 
-// MB and ME come from a record's place; chunks are never written.
-template <class Records> void write_message(const Records &records, Writer &out)
+// MB and ME come from a record's place; chunks are never written. Returns the writer behind the last record.
+template <class Records> Writer write_message(const Records &records, Writer out)
 {
     uint8_t position = mb_bit;
     size_t left = records.size();
@@ -32,6 +32,7 @@ template <class Records> void write_message(const Records &records, Writer &out)
         nfc_ndef_record_write_to_byte_array(record, out, position);
         position = 0;
     }
+    return out;
 }
 
 constexpr uint64_t longest_message = INT32_MAX;

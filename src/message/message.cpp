@@ -49,14 +49,6 @@ nfc_ndef_record *nfc_ndef_msg_record_by_id(const nfc_ndef_msg *ndef_msg, const u
 
 } // namespace
 
-bool push_record(nfc_ndef_msg &message, RecordPtr record)
-{
-    if (!record || !ctlDListPushEnd(message.records, record.get()))
-        return false;
-    record.release();
-    return true;
-}
-
 } // namespace ndef
 
 using namespace ndef;

@@ -41,6 +41,12 @@ private:
 };
 
 // Adds a record at the end; false when there is none, or no memory for the list's part.
-bool push_record(nfc_ndef_msg &message, RecordPtr record);
+inline bool push_record(nfc_ndef_msg &message, RecordPtr record)
+{
+    if (!record || !ctlDListPushEnd(message.records, record.get()))
+        return false;
+    record.release();
+    return true;
+}
 
 } // namespace ndef

@@ -1,5 +1,7 @@
 #include "message/nested.h"
 
+#include "record/match.h"
+
 #include <algorithm>
 
 namespace ndef {
@@ -33,45 +35,48 @@ private:
 
 } // namespace
 
+// Later chunks of a run count as taken, so that they are never looked at.
 Nested::Nested(ByteView message, std::initializer_list<nfc_ndef_record_type> types) : scan_(message)
 {
     if (!valid())
         return;
-    std::fill_n(type_.begin(), scan_.size(), taken); // so that later chunks are never looked at
-    for (const WholeRecord record : scan_) {
-        const nfc_ndef_record_type type = record.borrowed_type();
-        const auto *match = std::find_if(types.begin(), types.end(), [&](const nfc_ndef_record_type &key) {
-            return nfc_ndef_record_type_equals(&key, &type) != 0;
-        });
-        type_[scan_.position(record)] = match == types.end() ? no_type : static_cast<Type>(match - types.begin());
-    }
-}
-
-size_t Nested::count(Type type) const
-{
-    size_t count = 0;
-    for (size_t position = 0; position < scan_.size(); ++position)
-        count += is(position, type);
-    return count;
+    std::fill_n(type_.begin(), scan_.size(), taken);
+    scan_.each([&](const WholeRecord &record) {
+        const nfc_ndef_record_type candidate = record.borrowed_type();
+        const auto *match = std::find_if(types.begin(), types.end(),
+                                         [&](const nfc_ndef_record_type &key) { return type_equals(key, candidate); });
+        const Type type = match == types.end() ? no_type : static_cast<Type>(match - types.begin());
+        type_[scan_.position(record)] = type;
+        ++count_[type];
+        ++count_[any];
+        return true;
+    });
 }
 
 size_t Nested::find(Type type) const
 {
     size_t position = 0;
-    while (position < scan_.size() && !is(position, type))
+    while (!is(position, type))
         ++position;
     return position;
 }
 
+void Nested::mark_taken(size_t position)
+{
+    --count_[type_[position]];
+    --count_[any];
+    type_[position] = taken;
+}
+
 bool Nested::take_first(Type type, nfc_ndef_record **record)
 {
-    const size_t position = find(type);
-    if (position == scan_.size())
+    if (count(type) == 0)
         return true;
+    const size_t position = find(type);
     RecordPtr copy = scan_.at(position).make();
     if (!copy)
         return false;
-    type_[position] = taken;
+    mark_taken(position);
     *record = copy.release();
     return true;
 }
@@ -87,12 +92,12 @@ bool Nested::take_all(std::initializer_list<Type> types, uint8_t *count, nfc_nde
     *records = nullptr;
     RecordArray array(total);
     for (const Type type : types) {
-        for (size_t position = 0; position < scan_.size(); ++position) {
+        for (size_t position = 0; this->count(type) != 0; ++position) {
             if (!is(position, type))
                 continue;
             if (!array.add(scan_.at(position).make()))
                 return false;
-            type_[position] = taken;
+            mark_taken(position);
         }
     }
     *count = static_cast<uint8_t>(total);

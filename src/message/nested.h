@@ -12,16 +12,17 @@ namespace ndef {
 class Nested {
 public:
     using Type = uint8_t;
-    static constexpr Type any = 255; // whatever has not been taken
+    static constexpr size_t most_types = 8;
+    static constexpr Type any = most_types; // whatever has not been taken
 
     Nested(ByteView message, std::initializer_list<nfc_ndef_record_type> types);
 
     bool valid() const { return scan_.valid(); }
-    size_t count(Type type) const;
+    size_t count(Type type) const { return count_[type]; }
 
     // The first record of a type, which must have one: to look at, and to take without a copy.
     WholeRecord first(Type type) const { return scan_.at(find(type)); }
-    void drop_first(Type type) { type_[find(type)] = taken; }
+    void drop_first(Type type) { mark_taken(find(type)); }
 
     // Takes the first record of a type, if any; false when memory runs out. The output is written only with a record.
     bool take_first(Type type, nfc_ndef_record **record);
@@ -31,17 +32,19 @@ public:
     bool take_all(std::initializer_list<Type> types, uint8_t *count, nfc_ndef_record ***records);
 
 private:
-    static constexpr Type no_type = 253;
-    static constexpr Type taken = 254;
+    static constexpr Type no_type = most_types + 1;
+    static constexpr Type taken = most_types + 2;
 
     bool is(size_t position, Type type) const
     {
         return type == any ? type_[position] != taken : type_[position] == type;
     }
     size_t find(Type type) const;
+    void mark_taken(size_t position);
 
     Scan scan_;
-    std::array<Type, Scan::most_records> type_; // of each whole record, where it begins
+    std::array<Type, Scan::most_records> type_;   // of each whole record, where it begins
+    std::array<uint8_t, most_types + 2> count_{}; // left, of each type, of any and of none
 };
 
 } // namespace ndef

@@ -11,8 +11,6 @@ nfc_ndef_msg *nfc_ndef_msg_create_by_msg_offset(const uint8_t *data, uint32_t of
     MessagePtr message{nfc_ndef_msg_create()};
     if (!message)
         return nullptr;
-    for (const WholeRecord record : scan)
-        if (!push_record(*message, record.make()))
-            return nullptr;
-    return message.release();
+    const bool complete = scan.each([&](const WholeRecord &record) { return push_record(*message, record.make()); });
+    return complete ? message.release() : nullptr;
 }

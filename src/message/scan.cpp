@@ -4,101 +4,112 @@ namespace ndef {
 
 namespace {
 
+// Where a record stands, as far as the rules for MB, ME and chunks go.
+struct Place {
+    bool begins;  // it must carry MB
+    bool ends;    // it must carry ME
+    bool lone;    // it is one of a sequence of messages of one record each
+    bool in_run;  // it continues a run of chunks
+    bool chunked; // there are chunks in the message; without any, the format "unchanged" breaks no rule
+};
+
+bool is_unchanged(const RecordView &record) { return record.format() == NFC_NDEF_TNF_UNCHANGED; }
+
+// Whether a record keeps all the rules of its place. What ends a message cannot be a chunk that others must follow.
+bool fits(const RecordView &record, const Place &place)
+{
+    const int expected = (place.begins ? mb_bit : 0) | (place.ends ? me_bit : 0);
+    const int checked = mb_bit | me_bit | (place.ends ? cf_bit : 0);
+    if (((record.flags ^ expected) & checked) != 0)
+        return false;
+    if (place.in_run)
+        return ((record.flags ^ NFC_NDEF_TNF_UNCHANGED) & (il_bit | tnf_bits)) == 0 && record.type_length == 0;
+    return !place.chunked || !is_unchanged(record);
+}
+
+// Names the rule that a record breaks when it does not fit.
+nfc_ndef_msg_reason broken_rule(const RecordView &record, const Place &place)
+{
+    if (record.has(mb_bit) != place.begins)
+        return place.begins ? NFC_NDEF_MSG_MB_MISSING : NFC_NDEF_MSG_MB_REPEATED;
+    if (record.has(me_bit) && !place.ends)
+        return NFC_NDEF_MSG_ME_EARLY;
+    if (place.lone && !record.has(me_bit))
+        return NFC_NDEF_MSG_ME_MISSING;
+    if (record.has(cf_bit) && record.has(me_bit))
+        return NFC_NDEF_MSG_CHUNK_WITH_ME;
+    if (place.in_run) {
+        if (record.has(il_bit))
+            return NFC_NDEF_MSG_CHUNK_WITH_ID;
+        if (record.type_length != 0)
+            return NFC_NDEF_MSG_CHUNK_WITH_TYPE;
+        if (!is_unchanged(record))
+            return NFC_NDEF_MSG_CHUNK_NOT_UNCHANGED;
+    } else if (place.chunked && is_unchanged(record)) {
+        return record.has(cf_bit) ? NFC_NDEF_MSG_CHUNK_FIRST_UNCHANGED : NFC_NDEF_MSG_UNCHANGED_OUTSIDE_CHUNKS;
+    }
+    return record.has(cf_bit) ? NFC_NDEF_MSG_CHUNK_UNFINISHED : NFC_NDEF_MSG_ME_MISSING;
+}
+
+// A Generic Control record leads a sequence of messages of one record each.
 bool is_generic_control(const RecordView &record)
 {
     return record.type_length == 2 && record.type()[0] == 'G' && record.type()[1] == 'c';
+}
+
+nfc_ndef_msg_report verdict(nfc_ndef_msg_reason reason, size_t record, size_t offset)
+{
+    return {reason, static_cast<uint32_t>(record), static_cast<uint32_t>(offset)};
 }
 
 } // namespace
 
 Scan::Scan(ByteView message) : report_(read(message)) {}
 
-nfc_ndef_msg_report Scan::broken(nfc_ndef_msg_reason reason, size_t record) const
-{
-    return {reason, static_cast<uint32_t>(record), static_cast<uint32_t>(records_[record].header - records_[0].header)};
-}
-
-// Record by record: that it decodes, then MB and ME, then the chunks. The first rule that breaks is the one reported.
+// First all records are found, as far as they decode; then the other rules are applied to what was found. The first
+// record that breaks one is the one reported.
 nfc_ndef_msg_report Scan::read(ByteView message)
 {
     if (message.empty())
-        return {NFC_NDEF_MSG_BAD_ARGUMENTS, 0, 0};
+        return verdict(NFC_NDEF_MSG_BAD_ARGUMENTS, 0, 0);
 
-    for (size_t at = 0; at < message.size(); ++count_) {
-        const auto number = static_cast<uint32_t>(count_);
-        if (count_ == most_records)
-            return {NFC_NDEF_MSG_TOO_MANY_RECORDS, number, static_cast<uint32_t>(at)};
-        RecordView &record = records_[count_];
-        if (const Fault fault = find_record(message.subspan(at), record); fault.reason != NFC_NDEF_MSG_VALID)
-            return {fault.reason, number, static_cast<uint32_t>(at + fault.offset)};
-        at += record.length();
-        if (count_ == 0)
-            one_record_messages_ = is_generic_control(record);
+    Fault fault{NFC_NDEF_MSG_VALID, 0};
+    size_t joined = 0; // chunks that others of their run follow
+    size_t count = 0;
+    size_t at = 0;
+    for (; at < message.size(); at += records_[count++].length()) {
+        if (count == most_records)
+            fault = {NFC_NDEF_MSG_TOO_MANY_RECORDS, 0};
+        else
+            fault = find_record(message.subspan(at), records_[count]);
+        if (fault.reason != NFC_NDEF_MSG_VALID)
+            break;
+        joined += records_[count].has(cf_bit);
+    }
+    count_ = count;
 
-        if (const auto reason = check_begin(record); reason != NFC_NDEF_MSG_VALID)
-            return broken(reason, count_);
-        if (one_record_messages_) {
-            if (!record.has(me_bit))
-                return broken(NFC_NDEF_MSG_ME_MISSING, count_);
-        } else if (record.has(me_bit) && at < message.size()) {
-            RecordView next;
-            if (find_record(message.subspan(at), next).reason == NFC_NDEF_MSG_VALID)
-                return broken(NFC_NDEF_MSG_ME_EARLY, count_);
-            return {NFC_NDEF_MSG_BYTES_LEFT_OVER, number + 1, static_cast<uint32_t>(at)};
+    const bool bytes_left = at < message.size();
+    const bool lone = count != 0 && is_generic_control(records_[0]);
+    bool in_run = false;
+    for (size_t i = 0; i < count; ++i) {
+        const RecordView &record = records_[i];
+        const bool last = i + 1 == count;
+        const Place place{.begins = lone || i == 0,
+                          .ends = lone || (last && !bytes_left),
+                          .lone = lone,
+                          .in_run = in_run,
+                          .chunked = joined != 0};
+        if (!fits(record, place)) {
+            const nfc_ndef_msg_reason reason = broken_rule(record, place);
+            if (reason == NFC_NDEF_MSG_ME_EARLY && last)
+                return verdict(NFC_NDEF_MSG_BYTES_LEFT_OVER, count, at);
+            return verdict(reason, i, static_cast<size_t>(record.header - message.data()));
         }
-        if (const auto reason = check_chunk(record); reason != NFC_NDEF_MSG_VALID)
-            return broken(reason, count_);
-        if (chunked_ && stray_)
-            return broken(NFC_NDEF_MSG_UNCHANGED_OUTSIDE_CHUNKS, static_cast<size_t>(stray_ - records_.data()));
-        whole_count_ += !in_run_;
+        in_run = record.has(cf_bit);
     }
-    if (in_run_)
-        return broken(NFC_NDEF_MSG_CHUNK_UNFINISHED, count_ - 1);
-    if (!records_[count_ - 1].has(me_bit))
-        return broken(NFC_NDEF_MSG_ME_MISSING, count_ - 1);
-    return {NFC_NDEF_MSG_VALID, whole_count_, static_cast<uint32_t>(message.size())};
-}
-
-nfc_ndef_msg_reason Scan::check_begin(const RecordView &record) const
-{
-    const bool begins = record.has(mb_bit);
-    if (count_ == 0 || one_record_messages_)
-        return begins ? NFC_NDEF_MSG_VALID : NFC_NDEF_MSG_MB_MISSING;
-    return begins ? NFC_NDEF_MSG_MB_REPEATED : NFC_NDEF_MSG_VALID;
-}
-
-// Without any chunk in the message, the format "unchanged" breaks no rule. A chunk that carries MB needs no rule of its
-// own: only the first record may, and that one begins a run.
-nfc_ndef_msg_reason Scan::check_chunk(const RecordView &record)
-{
-    const bool unchanged = record.format() == NFC_NDEF_TNF_UNCHANGED;
-    const bool more_follow = record.has(cf_bit);
-    if (more_follow && record.has(me_bit))
-        return NFC_NDEF_MSG_CHUNK_WITH_ME;
-    if (in_run_) {
-        if (record.has(il_bit))
-            return NFC_NDEF_MSG_CHUNK_WITH_ID;
-        if (record.type_length != 0)
-            return NFC_NDEF_MSG_CHUNK_WITH_TYPE;
-        if (!unchanged)
-            return NFC_NDEF_MSG_CHUNK_NOT_UNCHANGED;
-    } else if (unchanged) {
-        if (more_follow)
-            return NFC_NDEF_MSG_CHUNK_FIRST_UNCHANGED;
-        if (!stray_)
-            stray_ = &record;
-    }
-    in_run_ = more_follow;
-    chunked_ |= more_follow;
-    return NFC_NDEF_MSG_VALID;
-}
-
-uint32_t WholeRecord::payload_length() const
-{
-    uint32_t total = 0;
-    for (const RecordView *piece = first_; piece <= last_; ++piece)
-        total += piece->payload_length;
-    return total;
+    if (bytes_left)
+        return verdict(fault.reason, count, at + fault.offset);
+    return verdict(NFC_NDEF_MSG_VALID, count - joined, at);
 }
 
 uint8_t WholeRecord::first_payload_byte() const
@@ -111,34 +122,26 @@ uint8_t WholeRecord::first_payload_byte() const
 
 // A run takes all but its payload from the initial chunk, and its end from the terminating one; its length is what it
 // would take unchunked.
-nfc_ndef_record WholeRecord::borrowed() const
+RecordPtr WholeRecord::join() const
 {
-    nfc_ndef_record record = first_->borrowed();
-    if (first_ == last_)
+    nfc_ndef_record joined = first_->borrowed();
+    joined.me = last_->has(me_bit);
+    joined.cf = 0;
+    joined.sr = payload_length_ <= 255;
+    joined.payload = nullptr;
+    joined.payload_length = payload_length_;
+    joined.parsed_length = 2 + uint32_t{first_->type_length} + (joined.il ? 1u + joined.id_length : 0u) +
+                           (joined.sr ? 1u : 4u) + payload_length_;
+    RecordPtr record = copy_record(joined);
+    if (!record || payload_length_ == 0)
         return record;
-    const uint32_t total = payload_length();
-    record.me = last_->has(me_bit);
-    record.cf = 0;
-    record.sr = total <= 255;
-    record.payload_length = total;
-    record.payload = nullptr;
-    record.parsed_length = 2 + uint32_t{record.record_type.name_length} + (record.il ? 1u + record.id_length : 0u) +
-                           (record.sr ? 1u : 4u) + total;
-    return record;
-}
-
-RecordPtr WholeRecord::make() const
-{
-    RecordPtr record = copy_record(borrowed());
-    if (first_ == last_ || !record || record->payload_length == 0)
-        return record;
-    Block<uint8_t> joined = new_block<uint8_t>(record->payload_length);
-    if (!joined)
+    Block<uint8_t> payload = new_block<uint8_t>(payload_length_);
+    if (!payload)
         return nullptr;
-    Writer out({joined.get(), record->payload_length});
+    Writer out({payload.get(), payload_length_});
     for (const RecordView *piece = first_; piece <= last_; ++piece)
         out.bytes(piece->payload());
-    record->payload = joined.release();
+    record->payload = payload.release();
     return record;
 }
 

@@ -34,7 +34,20 @@ struct RecordView {
     {
         return {.name = borrow(type()), .name_length = type_length, .format = format()};
     }
-    nfc_ndef_record borrowed() const;
+    nfc_ndef_record borrowed() const
+    {
+        return {.mb = has(mb_bit),
+                .me = has(me_bit),
+                .cf = has(cf_bit),
+                .sr = has(sr_bit),
+                .il = has(il_bit),
+                .payload_length = payload_length,
+                .id_length = id_length,
+                .id = borrow(id()),
+                .payload = borrow(payload()),
+                .record_type = borrowed_type(),
+                .parsed_length = length()};
+    }
 };
 
 // What a record breaks, and where, counted from its header.
@@ -44,10 +57,69 @@ struct Fault {
 };
 
 // Finds the record at the front of the bytes; the view is set only when the reason is NFC_NDEF_MSG_VALID.
-Fault find_record(ByteView bytes, RecordView &record);
+[[gnu::always_inline]] inline Fault find_record(ByteView bytes, RecordView &record)
+{
+    Reader in(bytes);
+    const uint8_t flags = in.u8();
+    const uint8_t type_length = in.u8();
+    uint32_t payload_length = in.u8();
+    uint8_t id_length = 0;
+    if ((flags & (sr_bit | il_bit)) != sr_bit) [[unlikely]] { // not the straight path: a long payload, or an id
+        if (!(flags & sr_bit))
+            payload_length = payload_length << 24 | uint32_t{in.be<uint16_t>()} << 8 | in.u8();
+        if (flags & il_bit)
+            id_length = in.u8();
+    }
+    if (!in.ok())
+        return {NFC_NDEF_MSG_HEADER_CUT_SHORT, 0};
+    const size_t header_length = bytes.size() - in.left();
+
+    const uint8_t format = flags & tnf_bits;
+    if (format == NFC_NDEF_TNF_EMPTY && (type_length | id_length | payload_length) != 0)
+        return {NFC_NDEF_MSG_EMPTY_WITH_LENGTHS, 0};
+    if ((format == NFC_NDEF_TNF_UNKNOWN || format == NFC_NDEF_TNF_RESERVED) && type_length != 0)
+        return {NFC_NDEF_MSG_TYPE_NOT_ALLOWED, 0};
+
+    if (uint64_t{type_length} + id_length + payload_length > in.left()) {
+        if (type_length > in.left())
+            return {NFC_NDEF_MSG_TYPE_PAST_END, header_length};
+        if (size_t{type_length} + id_length > in.left())
+            return {NFC_NDEF_MSG_ID_PAST_END, header_length + type_length};
+        return {NFC_NDEF_MSG_PAYLOAD_PAST_END, header_length + type_length + id_length};
+    }
+    record = {.header = bytes.data(),
+              .payload_length = payload_length,
+              .flags = flags,
+              .header_length = static_cast<uint8_t>(header_length),
+              .type_length = type_length,
+              .id_length = id_length};
+    return {NFC_NDEF_MSG_VALID, 0};
+}
+
+constexpr uint32_t longest_short_payload = 255;
+constexpr uint64_t longest_record = INT32_MAX;
+
+inline bool is_consistent(const nfc_ndef_record &record)
+{
+    const nfc_ndef_record_type &type = record.record_type;
+    if (type.format == NFC_NDEF_TNF_EMPTY && (type.name_length | record.id_length | record.payload_length) != 0)
+        return false;
+    const bool name_fits = (type.name != nullptr) == (type.name_length != 0);
+    const bool id_fits = (record.id != nullptr) == (record.id_length != 0);
+    const bool payload_fits = (record.payload != nullptr) == (record.payload_length != 0);
+    return name_fits & id_fits & payload_fits;
+}
 
 // How many bytes a record takes in its wire form; 0 when it is inconsistent or would take more than 2^31 - 1.
-uint32_t nfc_ndef_record_get_byte_array_length(const nfc_ndef_record &record);
+inline uint32_t nfc_ndef_record_get_byte_array_length(const nfc_ndef_record &record)
+{
+    if (!is_consistent(record))
+        return 0;
+    const uint64_t length = 2 + (record.payload_length <= longest_short_payload ? 1u : 4u) +
+                            uint64_t{record.payload_length} + (record.id ? 1u + record.id_length : 0u) +
+                            record.record_type.name_length;
+    return length <= longest_record ? static_cast<uint32_t>(length) : 0;
+}
 
 // The MB, ME and CF bits of a record's own flags.
 inline uint8_t position_bits(const nfc_ndef_record &record)
@@ -56,6 +128,24 @@ inline uint8_t position_bits(const nfc_ndef_record &record)
 }
 
 // Writes a record that has a length; `position` holds the MB, ME and CF bits.
-void nfc_ndef_record_write_to_byte_array(const nfc_ndef_record &record, Writer &out, uint8_t position);
+[[gnu::always_inline]] inline void nfc_ndef_record_write_to_byte_array(const nfc_ndef_record &record, Writer &out,
+                                                                       uint8_t position)
+{
+    const nfc_ndef_record_type &type = record.record_type;
+    const bool is_short = record.payload_length <= longest_short_payload;
+    const auto flags =
+        static_cast<uint8_t>(position | (is_short ? sr_bit : 0) | (record.id ? il_bit : 0) | (type.format & tnf_bits));
+    if (is_short) {
+        const uint8_t header[]{flags, type.name_length, static_cast<uint8_t>(record.payload_length)};
+        out.bytes(header);
+    } else {
+        out.u8(flags).u8(type.name_length).be(record.payload_length);
+    }
+    if (record.id)
+        out.u8(record.id_length);
+    out.bytes({type.name, type.name_length})
+        .bytes({record.id, record.id_length})
+        .bytes({record.payload, record.payload_length});
+}
 
 } // namespace ndef

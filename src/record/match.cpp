@@ -1,4 +1,4 @@
-#include "host/block.h"
+#include "record/match.h"
 
 #include <algorithm>
 #include <array>
@@ -8,8 +8,6 @@ namespace {
 using ndef::ByteView;
 
 uint8_t lower(uint8_t byte) { return byte >= 'A' && byte <= 'Z' ? static_cast<uint8_t>(byte + ('a' - 'A')) : byte; }
-
-bool equal(ByteView a, ByteView b) { return std::equal(a.begin(), a.end(), b.begin(), b.end()); }
 
 bool equal_ignoring_case(ByteView a, ByteView b)
 {
@@ -45,28 +43,28 @@ bool media_type_equals(ByteView key, ByteView candidate)
 
 } // namespace
 
-uint8_t nfc_ndef_record_type_equals(const nfc_ndef_record_type *key, const nfc_ndef_record_type *candidate)
+bool ndef::other_type_equals(const nfc_ndef_record_type &key, const nfc_ndef_record_type &candidate)
 {
-    if (key == candidate)
-        return 1;
-    if (!key || !candidate || key->format != candidate->format)
-        return 0;
-    if (key->format == NFC_NDEF_TNF_EMPTY || key->format == NFC_NDEF_TNF_UNKNOWN)
-        return !key->name && !candidate->name && key->name_length == 0 && candidate->name_length == 0;
-    if (!key->name || !candidate->name || key->name_length == 0 || candidate->name_length == 0)
-        return 0;
-
-    const ByteView key_name{key->name, key->name_length};
-    const ByteView candidate_name{candidate->name, candidate->name_length};
-    switch (key->format) {
-    case NFC_NDEF_TNF_WELL_KNOWN:
-        return equal(key_name, candidate_name);
+    if (key.format == NFC_NDEF_TNF_EMPTY || key.format == NFC_NDEF_TNF_UNKNOWN)
+        return !key.name && !candidate.name && key.name_length == 0 && candidate.name_length == 0;
+    if (!has_name(key) || !has_name(candidate))
+        return false;
+    const ByteView key_name{key.name, key.name_length};
+    const ByteView candidate_name{candidate.name, candidate.name_length};
+    switch (key.format) {
     case NFC_NDEF_TNF_MIME:
         return media_type_equals(key_name, candidate_name);
     case NFC_NDEF_TNF_ABSOLUTE_URI:
     case NFC_NDEF_TNF_EXTERNAL:
         return equal_ignoring_case(key_name, candidate_name);
     default:
-        return 0;
+        return false;
     }
+}
+
+uint8_t nfc_ndef_record_type_equals(const nfc_ndef_record_type *key, const nfc_ndef_record_type *candidate)
+{
+    if (key == candidate)
+        return 1;
+    return key && candidate && ndef::type_equals(*key, *candidate);
 }

@@ -6,30 +6,12 @@ namespace {
 
 bool paired(const void *bytes, size_t length) { return (bytes != nullptr) == (length != 0); }
 
-// The bytes of a field of a record that may be inconsistent.
-ByteView bytes_of(const uint8_t *field, size_t length) { return {field, field ? length : 0}; }
-
 } // namespace
-
-RecordPtr copy_record(const nfc_ndef_record &source)
-{
-    RecordPtr copy{static_cast<nfc_ndef_record *>(os_block_alloc(sizeof source))};
-    if (!copy)
-        return nullptr;
-    *copy = source;
-    copy->id = copy->payload = copy->record_type.name = nullptr;
-    const nfc_ndef_record_type &type = source.record_type;
-    if (!copy_to(copy->id, bytes_of(source.id, source.id_length)) ||
-        !copy_to(copy->payload, bytes_of(source.payload, source.payload_length)) ||
-        !copy_to(copy->record_type.name, bytes_of(type.name, type.name_length)))
-        return nullptr;
-    return copy;
-}
 
 void nfc_ndef_record_member_free(void *record)
 {
-    auto *member = static_cast<nfc_ndef_record *>(record);
-    nfc_ndef_record_delete(&member);
+    if (record)
+        free_record(static_cast<nfc_ndef_record *>(record));
 }
 
 } // namespace ndef
@@ -65,10 +47,7 @@ void nfc_ndef_record_delete(nfc_ndef_record **record)
 {
     if (!record || !*record)
         return;
-    for (uint8_t *field : {(*record)->id, (*record)->payload, (*record)->record_type.name})
-        if (field)
-            os_block_dealloc(field);
-    os_block_dealloc(*record);
+    free_record(*record);
     *record = nullptr;
 }
 

@@ -5,8 +5,20 @@
 
 namespace ndef {
 
+// Frees a record with all that it owns.
+inline void free_record(nfc_ndef_record *record)
+{
+    if (record->id)
+        os_block_dealloc(record->id);
+    if (record->payload)
+        os_block_dealloc(record->payload);
+    if (record->record_type.name)
+        os_block_dealloc(record->record_type.name);
+    os_block_dealloc(record);
+}
+
 struct RecordDelete {
-    void operator()(nfc_ndef_record *record) const noexcept { nfc_ndef_record_delete(&record); }
+    void operator()(nfc_ndef_record *record) const noexcept { free_record(record); }
 };
 using RecordPtr = std::unique_ptr<nfc_ndef_record, RecordDelete>;
 
@@ -28,9 +40,25 @@ constexpr nfc_ndef_record nfc_ndef_record_create_empty()
     return record;
 }
 
+// The bytes of a field of a record that may be inconsistent.
+inline ByteView bytes_of(const uint8_t *field, size_t length) { return {field, field ? length : 0}; }
+
 // A record like the source, in blocks of its own, or null. A length without a pointer stays, a pointer without a length
 // becomes null.
-[[nodiscard]] RecordPtr copy_record(const nfc_ndef_record &source);
+[[nodiscard]] inline RecordPtr copy_record(const nfc_ndef_record &source)
+{
+    RecordPtr copy{static_cast<nfc_ndef_record *>(os_block_alloc(sizeof source))};
+    if (!copy)
+        return nullptr;
+    *copy = source;
+    copy->id = copy->payload = copy->record_type.name = nullptr;
+    const nfc_ndef_record_type &type = source.record_type;
+    if (!copy_to(copy->id, bytes_of(source.id, source.id_length)) ||
+        !copy_to(copy->payload, bytes_of(source.payload, source.payload_length)) ||
+        !copy_to(copy->record_type.name, bytes_of(type.name, type.name_length)))
+        return nullptr;
+    return copy;
+}
 
 // The element callback for a list of records.
 void nfc_ndef_record_member_free(void *record);
