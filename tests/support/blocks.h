@@ -30,30 +30,24 @@ public:
     bool disarm();
 };
 
-/**
- * Runs the operation with its first allocation failing, then its second, and so on until it gets through without a
- * failure; first with that single failure, then with all later allocations failing too. After each run, with memory
- * to be had again, verify(result, failed) looks at what the operation returned; the destruction of the result must
- * leave as many blocks as there were before.
- */
-template <class Operation, class Verify> void sweep(Operation operation, Verify verify)
-{
-    for (const Failing mode : {Failing::once, Failing::from_there_on}) {
-        bool failed = true;
-        for (size_t n = 1; failed; ++n) {
-            SCOPED_TRACE(testing::Message() << "allocation " << n << (mode == Failing::once ? " fails" : " on fails"));
-            const size_t before = live_blocks();
-            {
-                AllocationFailure failure(n, mode);
-                auto result = operation();
-                failed = failure.disarm();
-                verify(result, failed);
-            }
-            ASSERT_EQ(live_blocks(), before);
-            ASSERT_TRUE(failed || n > 1) << "the operation allocates nothing";
-        }
+/** One round of a sweep: calls the operation under test with memory about to run out, and remembers whether it did. */
+class Armed {
+public:
+    Armed(size_t n, Failing mode) : n_(n), mode_(mode) {}
+    template <class Call> auto operator()(Call call)
+    {
+        AllocationFailure failure(n_, mode_);
+        const auto result = call();
+        failed_ = failure.disarm();
+        return result;
     }
-}
+    bool failed() const { return failed_; }
+
+private:
+    size_t n_;
+    Failing mode_;
+    bool failed_ = false;
+};
 
 } // namespace test
 
