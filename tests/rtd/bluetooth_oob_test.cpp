@@ -8,15 +8,6 @@ using Structure = nfc_ndef_bt_rtd_2_1_str;
 
 constexpr Output outputs[] = {{"structure", -1, true}};
 
-/** Nothing for an absent field; the length alone for one without the bytes that it speaks of. */
-std::string field(const char *name, const uint8_t *data, size_t length)
-{
-    if (!data && length == 0)
-        return "";
-    EXPECT_NE(length, 0U) << name;
-    return std::string(" ") + name + "=" + (data ? spell(copy(data, length)) : "missing " + std::to_string(length));
-}
-
 /** All fields but the address, which shows as a sign when it is not 01 to 06. */
 std::string read_oob(Record record)
 {
@@ -44,55 +35,44 @@ std::string read_oob(Record record)
     return line;
 }
 
-/** What the builder's structure points to. */
+/** What the builder's structure points to; the manufacturers take turns, and their data is alike. */
 struct Fields {
     Bytes name = {}, c = {}, r = {}, uuid16 = {}, uuid32 = {}, uuid128 = {};
-    std::vector<Bytes> ids = {}, data = {};
-    Bytes lengths = {};
-    std::vector<uint8_t *> id_pointers = {}, data_pointers = {};
+    Bytes lengths = {}, id = bytes("34127856"), data = filled(255, 0xAA);
+    std::vector<uint8_t *> ids = {}, pointers = {};
 
     Structure structure()
     {
-        const auto size = [](const auto &all) { return static_cast<uint8_t>(all.size()); };
-        const auto data_of = [](auto &all) { return all.empty() ? nullptr : all.data(); };
-        lengths.clear(), id_pointers.clear(), data_pointers.clear();
-        for (size_t i = 0; i < ids.size(); ++i) {
-            lengths.push_back(size(data[i]));
-            id_pointers.push_back(data_of(ids[i]));
-            data_pointers.push_back(data_of(data[i]));
+        Structure s = {.device_address = {1, 2, 3, 4, 5, 6}, .class_of_device = {10, 11, 12}};
+        const auto set = [](Bytes &from, uint8_t &length, uint8_t *&to) {
+            length = static_cast<uint8_t>(from.size());
+            to = from.empty() ? nullptr : from.data();
+        };
+        set(name, s.local_name_length, s.local_name);
+        set(c, s.hash_c_length, s.hash_c);
+        set(r, s.randomizer_r_length, s.randomizer_r);
+        set(uuid16, s.uuid16_list_length, s.uuid16_list);
+        set(uuid32, s.uuid32_list_length, s.uuid32_list);
+        set(uuid128, s.uuid128_list_length, s.uuid128_list);
+        set(lengths, s.manufacturer_data_count, s.manufacturer_data_lengths);
+        if (lengths.empty())
+            return s;
+        ids.clear(), pointers.clear();
+        for (const uint8_t length : lengths) {
+            ids.push_back(id.data() + ids.size() % 2 * 2);
+            pointers.push_back(length == 0 ? nullptr : data.data());
         }
-        return {{1, 2, 3, 4, 5, 6},
-                {10, 11, 12},
-                size(name),
-                data_of(name),
-                size(c),
-                data_of(c),
-                size(r),
-                data_of(r),
-                size(uuid16),
-                data_of(uuid16),
-                size(uuid32),
-                data_of(uuid32),
-                size(uuid128),
-                data_of(uuid128),
-                size(ids),
-                static_cast<uint8_t>(ids.empty() ? 0 : 2),
-                data_of(id_pointers),
-                data_of(lengths),
-                data_of(data_pointers)};
+        s.manufacturer_id_length = 2;
+        s.manufacturer_ids = ids.data();
+        s.manufacturer_data = pointers.data();
+        return s;
     }
 };
 
 Fields everything()
 {
-    return {.name = text("Nick"),
-            .c = filled(16, 0xCC),
-            .r = filled(16, 0xDD),
-            .uuid16 = bytes("0B110E11"),
-            .uuid32 = bytes("01020304"),
-            .uuid128 = filled(16, 0x55),
-            .ids = {bytes("3412"), bytes("7856")},
-            .data = {bytes("AABBCC"), {}}};
+    return {text("Nick"), filled(16, 0xCC), filled(16, 0xDD), bytes("0B110E11"), bytes("01020304"), filled(16, 0x55),
+            {3, 0}};
 }
 
 struct Types {
@@ -112,28 +92,22 @@ Record build(Fields fields, Types types = {9, 0, 0, 0})
     return build(&structure, types);
 }
 
-/** Many entries, a long one or a long name. */
-Fields large(size_t entries, size_t length, size_t name)
+Fields large(size_t entries, uint8_t length, size_t name)
 {
-    return {.name = filled(name, 'n'),
-            .ids = std::vector<Bytes>(entries, bytes("3412")),
-            .data = std::vector<Bytes>(entries, filled(length, 0xAA))};
+    return {.name = filled(name, 'n'), .lengths = filled(entries, length)};
 }
 
 const std::string kind = "2S application/vnd.bluetooth.ep.oob", head = " 010203040506 ", device_class = "040D0A0B0C ";
-const std::string all_payload = "6000" + head + "05094E69636B" + device_class +
-                                "110E CC*16 110F DD*16 05030B110E11 "
-                                "050401020304 1107 55*16 06FF3412AABBCC "
-                                "03FF7856";
-const std::string all_read = "1 class=0A0B0C name=4E69636B c=CC*16 r=DD*16 uuid16=0B110E11 uuid32=01020304 "
-                             "uuid128=55*16 makers=2 id=3412 data=AABBCC id=7856";
+const std::string all = "6000" + head + "05094E69636B" + device_class +
+                        "110E CC*16 110F DD*16 05030B110E11 "
+                        "050401020304 1107 55*16 06FF3412AAAAAA 03FF7856";
 
 } // namespace
 
 TEST(BluetoothOob, Builds)
 {
-    Fields all = everything();
-    const Structure full = all.structure();
+    Fields fields = everything();
+    const Structure full = fields.structure();
     const uint8_t id[] = {'0'};
     const auto with_id = [&full](const uint8_t *given, uint8_t length, uint8_t present) {
         return build(&full, {9, 3, 4, 7}, given, length, present);
@@ -147,10 +121,10 @@ TEST(BluetoothOob, Builds)
         {build({.uuid32 = filled(4, 1)}, {9, 0, 5, 0}), kind, "1300" + head + device_class + "0505 01*4", "32 bits"},
         {build({.uuid128 = filled(16, 1)}, {9, 0, 0, 6}), kind, "1F00" + head + device_class + "1106 01*16",
          "128 bits"},
-        {with_id(nullptr, 0, 0), kind, all_payload, "order of the fields"},
-        {with_id(id, 1, 1), "2SI application/vnd.bluetooth.ep.oob#30", all_payload, "id"},
-        {with_id(id, 1, 2), "2SI application/vnd.bluetooth.ep.oob#30", all_payload, "flag 2 tested"},
-        {with_id(nullptr, 0, 2), kind, all_payload, "flag 2 tested, no id"},
+        {with_id(nullptr, 0, 0), kind, all, "order of the fields"},
+        {with_id(id, 1, 1), "2SI application/vnd.bluetooth.ep.oob#30", all, "id"},
+        {with_id(id, 1, 2), "2SI application/vnd.bluetooth.ep.oob#30", all, "flag 2 tested"},
+        {with_id(nullptr, 0, 2), kind, all, "flag 2 tested, no id"},
         {with_id(id, 0, 1), "null", "", "id of length 0"},
         {with_id(nullptr, 1, 1), "null", "", "id missing"},
         {with_id(nullptr, 0, 1), "null", "", "announced id missing"},
@@ -172,44 +146,39 @@ TEST(BluetoothOob, Builds)
 TEST(BluetoothOob, RefusesToBuild)
 {
     const struct {
-        void (*spoil)(Structure &);
-        const char *fault;
-    } rows[] = {
-        {[](Structure &s) { s.local_name = nullptr; }, "name missing"},
-        {[](Structure &s) { s.local_name_length = 0; }, "name without length"},
-        {[](Structure &s) { s.hash_c = nullptr; }, "hash missing"},
-        {[](Structure &s) { s.hash_c_length = 0; }, "hash without length"},
-        {[](Structure &s) { s.hash_c_length = 15; }, "hash of 15 bytes"},
-        {[](Structure &s) { s.hash_c_length = 0, s.hash_c = nullptr; }, "randomizer without hash"},
-        {[](Structure &s) { s.randomizer_r = nullptr; }, "randomizer missing"},
-        {[](Structure &s) { s.randomizer_r_length = 0; }, "randomizer without length"},
-        {[](Structure &s) { s.randomizer_r_length = 17; }, "randomizer of 17 bytes"},
-        {[](Structure &s) { s.uuid16_list = nullptr; }, "16-bit list missing"},
-        {[](Structure &s) { s.uuid16_list_length = 0; }, "16-bit list without length"},
-        {[](Structure &s) { s.uuid16_list_length = 3; }, "16-bit list of 3 bytes"},
-        {[](Structure &s) { s.uuid32_list = nullptr; }, "32-bit list missing"},
-        {[](Structure &s) { s.uuid32_list_length = 0; }, "32-bit list without length"},
-        {[](Structure &s) { s.uuid32_list_length = 2; }, "32-bit list of 2 bytes"},
-        {[](Structure &s) { s.uuid128_list = nullptr; }, "128-bit list missing"},
-        {[](Structure &s) { s.uuid128_list_length = 0; }, "128-bit list without length"},
-        {[](Structure &s) { s.uuid128_list_length = 8; }, "128-bit list of 8 bytes"},
-        {[](Structure &s) { s.manufacturer_data_count = 0; }, "entries without count"},
-        {[](Structure &s) { s.manufacturer_id_length = 0; }, "no identifier length"},
-        {[](Structure &s) { s.manufacturer_id_length = 3; }, "identifiers of 3 bytes"},
-        {[](Structure &s) { s.manufacturer_ids = nullptr; }, "no identifiers"},
-        {[](Structure &s) { s.manufacturer_data_lengths = nullptr; }, "no lengths"},
-        {[](Structure &s) { s.manufacturer_data = nullptr; }, "no data array"},
-        {[](Structure &s) { s.manufacturer_ids[1] = nullptr; }, "identifier missing"},
-        {[](Structure &s) { s.manufacturer_data_lengths[1] = 1; }, "data missing"},
-        {[](Structure &s) { s.manufacturer_data_lengths[0] = 0; }, "data without length"},
+        uint8_t Structure::*length, wrong;
+        uint8_t *Structure::*data;
+        const char *name;
+    } pairs[] = {
+        {&Structure::local_name_length, 255, &Structure::local_name, "name"},
+        {&Structure::hash_c_length, 15, &Structure::hash_c, "hash"},
+        {&Structure::randomizer_r_length, 17, &Structure::randomizer_r, "randomizer"},
+        {&Structure::uuid16_list_length, 3, &Structure::uuid16_list, "16-bit list"},
+        {&Structure::uuid32_list_length, 2, &Structure::uuid32_list, "32-bit list"},
+        {&Structure::uuid128_list_length, 8, &Structure::uuid128_list, "128-bit list"},
     };
-    Fields all = everything();
-    for (const auto &row : rows) {
-        Structure structure = all.structure();
-        row.spoil(structure);
-        EXPECT_EQ(build(&structure), nullptr) << row.fault;
+    Fields fields = everything();
+    const auto expect_refused = [&fields](const char *fault, auto spoil) {
+        Structure structure = fields.structure();
+        spoil(structure);
+        EXPECT_EQ(build(&structure), nullptr) << fault;
+    };
+    for (const auto &pair : pairs) {
+        expect_refused(pair.name, [&](Structure &s) { s.*pair.data = nullptr; });
+        expect_refused(pair.name, [&](Structure &s) { s.*pair.length = 0; });
+        expect_refused(pair.name, [&](Structure &s) { s.*pair.length = pair.wrong; });
     }
-    const Structure full = all.structure(), plain = Fields().structure();
+    expect_refused("randomizer without hash", [](Structure &s) { s.hash_c_length = 0, s.hash_c = nullptr; });
+    expect_refused("entries without count", [](Structure &s) { s.manufacturer_data_count = 0; });
+    expect_refused("no identifier length", [](Structure &s) { s.manufacturer_id_length = 0; });
+    expect_refused("identifiers of 3 bytes", [](Structure &s) { s.manufacturer_id_length = 3; });
+    expect_refused("no identifiers", [](Structure &s) { s.manufacturer_ids = nullptr; });
+    expect_refused("no lengths", [](Structure &s) { s.manufacturer_data_lengths = nullptr; });
+    expect_refused("no data array", [](Structure &s) { s.manufacturer_data = nullptr; });
+    expect_refused("identifier missing", [](Structure &s) { s.manufacturer_ids[1] = nullptr; });
+    expect_refused("data missing", [](Structure &s) { s.manufacturer_data[0] = nullptr; });
+    expect_refused("data without length", [&](Structure &s) { s.manufacturer_data[1] = fields.data.data(); });
+    const Structure full = fields.structure(), plain = Fields().structure();
     Structure spoilt = plain;
     spoilt.manufacturer_id_length = 2;
     EXPECT_EQ(build(&spoilt, {9, 0, 0, 0}), nullptr) << "identifier length without entries";
@@ -288,8 +257,10 @@ TEST(BluetoothOob, Reads)
 
 TEST(BluetoothOob, ReadsBackWhatItBuilt)
 {
-    const Bytes payload = spelled(all_payload);
-    EXPECT_EQ(read_oob(build(everything(), {9, 3, 4, 7})), all_read);
+    const Bytes payload = spelled(all);
+    EXPECT_EQ(read_oob(build(everything(), {9, 3, 4, 7})),
+              "1 class=0A0B0C name=4E69636B c=CC*16 r=DD*16 uuid16=0B110E11 uuid32=01020304 uuid128=55*16 makers=2 "
+              "id=3412 data=AAAAAA id=7856");
     EXPECT_EQ(read_oob(build(large(255, 252, 240))).substr(0, 20), "1 class=0A0B0C name=");
     EXPECT_EQ(
         read_oob(build({.uuid16 = filled(254, 2), .uuid32 = filled(252, 4), .uuid128 = filled(240, 8)}, {9, 3, 5, 7})),

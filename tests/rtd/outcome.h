@@ -99,22 +99,25 @@ inline std::string name_of(const nfc_ndef_record *record)
     return type_of(record) + (id.empty() ? "" : "#" + id);
 }
 
+/** The kind is the format, the flags that are set (of B, E, C, S, I), type and id: "1BES Gc". */
 struct Built {
     Record record;
-    std::string
-        kind; /**< Format, flags that are set (B, E, C, S, I), type and id: "1BES Gc"; "null" without a record. */
-    std::string payload;
+    std::string kind, payload;
     const char *fault;
 };
 
 template <size_t n> void expect_built(const Built (&rows)[n])
 {
     for (const auto &[record, kind, payload, fault] : rows) {
-        std::string found = record ? std::to_string(record->record_type.format) : "null";
-        for (size_t i = 0; record && i < 5; ++i)
-            if (const uint8_t flag = (&record->mb)[i]; flag != 0)
-                found += flag == 1 ? "BECSI"[i] : '?';
-        EXPECT_EQ(record ? found + " " + name_of(record.get()) : found, kind) << fault;
+        std::string found = "null";
+        if (const nfc_ndef_record *const r = record.get()) {
+            found = std::to_string(r->record_type.format);
+            for (const auto &[flag, letter] :
+                 {std::pair(r->mb, 'B'), {r->me, 'E'}, {r->cf, 'C'}, {r->sr, 'S'}, {r->il, 'I'}})
+                found += flag == 0 ? "" : flag == 1 ? std::string(1, letter) : "?";
+            found += " " + name_of(r);
+        }
+        EXPECT_EQ(found, kind) << fault;
         EXPECT_EQ(spell(payload_of(record.get())), spell(spelled(payload))) << fault;
     }
 }
@@ -136,17 +139,18 @@ template <class T> T before(const Output &output)
         return static_cast<T>(0xEEEEEEEE);
 }
 
-template <class T> size_t number_of(T value)
+inline size_t number_of(uint32_t number) { return number; }
+inline size_t number_of(const void *) { return 0; }
+inline const uint8_t *block_of(uint8_t *block) { return block; }
+template <class T> const uint8_t *block_of(T) { return nullptr; }
+
+/** A field of a structure: nothing when absent; the length alone without the bytes that it speaks of. */
+inline std::string field(const char *name, const uint8_t *data, size_t length)
 {
-    if constexpr (std::is_arithmetic_v<T>)
-        return value;
-    return 0;
-}
-template <class T> const uint8_t *block_of(T value)
-{
-    if constexpr (std::is_same_v<T, uint8_t *>)
-        return value;
-    return nullptr;
+    if (!data && length == 0)
+        return "";
+    EXPECT_NE(length, 0U) << name;
+    return std::string(" ") + name + "=" + (data ? spell(copy(data, length)) : "missing " + std::to_string(length));
 }
 
 inline std::string shown(uint32_t number, size_t, const uint8_t *)
@@ -229,8 +233,7 @@ template <class... T> void expect_checked(int8_t (*extract)(const nfc_ndef_recor
 }
 
 struct Payload {
-    std::string payload;
-    std::string expected;
+    std::string payload, expected;
     const char *fault;
 };
 

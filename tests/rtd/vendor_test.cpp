@@ -9,13 +9,6 @@ using Structure = nfc_ndef_bt_rtd_2_0_str;
 constexpr Output bluetooth_outputs[] = {{"structure", -1, true}};
 constexpr Output enquiry_outputs[] = {{"type"}, {"length"}, {"data", 1, true}, {"version"}};
 
-std::string field(const char *name, const uint8_t *data, size_t length)
-{
-    if (!data && length == 0)
-        return "";
-    return std::string(" ") + name + "=" + (data ? spell(copy(data, length)) : "missing " + std::to_string(length));
-}
-
 /** The pairing type, an '@' for the address 01 to 06 and class 0A0B0C, then the other fields. */
 std::string read_bluetooth(Record record)
 {
