@@ -43,14 +43,7 @@ public:
         }
     }
 
-private:
-    struct Level {
-        bool is_array;
-        size_t index;
-        std::string name;
-        std::set<std::string> names;
-    };
-
+    // Of the value that comes next, or is being read.
     std::string path() const
     {
         std::string path;
@@ -61,6 +54,14 @@ private:
                 path = member_path(path, level.name);
         return path;
     }
+
+private:
+    struct Level {
+        bool is_array;
+        size_t index;
+        std::string name;
+        std::set<std::string> names;
+    };
 
     std::vector<Level> levels_;
 };
@@ -94,6 +95,8 @@ nlohmann::json parse_json(std::string_view text)
         return nlohmann::json::parse(text, see);
     } catch (const nlohmann::json::parse_error &error) {
         throw JsonError("", reason_of(error));
+    } catch (const nlohmann::json::out_of_range &) {
+        throw JsonError(watch.path(), "is a number out of range");
     }
 }
 

@@ -66,6 +66,13 @@ Poster poster_of(const MakeOptions &options)
     return poster;
 }
 
+// Names of members may be as long as the file.
+std::string shortened(std::string text)
+{
+    constexpr size_t enough = 300;
+    return text.size() <= enough ? text : text.substr(0, enough) + "...";
+}
+
 void add_making_options(CLI::App &command, const Options &options)
 {
     command.add_option("--id", options->id, "Give the record this id")->type_name("ID");
@@ -153,7 +160,7 @@ void add_make_json_command(CLI::App &app)
         try {
             write_message(from_json(text), options->output);
         } catch (const JsonError &error) {
-            const std::string path = error.path.empty() ? "" : printable_utf8(error.path) + ": ";
+            const std::string path = error.path.empty() ? "" : shortened(printable_utf8(error.path)) + ": ";
             throw Failure(exit_refused,
                           fmt::format("{}: {}{}", name_of_input(options->value), path, printable_utf8(error.what())));
         }

@@ -19,6 +19,7 @@ namespace tool {
 namespace {
 
 const std::string standard_output = "-";
+const std::vector<std::string> format_names{"raw", "hex", "base64", "c"}; // in the order of OutputFormat
 
 struct Close {
     void operator()(std::FILE *file) const { std::fclose(file); }
@@ -66,15 +67,13 @@ void add_output_file_option(CLI::App &command, OutputOptions &options)
 void add_output_options(CLI::App &command, OutputOptions &options)
 {
     add_output_file_option(command, options);
-    const std::vector<std::pair<std::string, OutputFormat>> formats{{"raw", OutputFormat::raw},
-                                                                    {"hex", OutputFormat::hex},
-                                                                    {"base64", OutputFormat::base64},
-                                                                    {"c", OutputFormat::c}};
+    const auto set_format = [&options](const std::string &name) {
+        options.format = static_cast<OutputFormat>(std::ranges::find(format_names, name) - format_names.begin());
+    };
     command
-        .add_option("--format", options.format,
-                    "raw, hex, base64 or c (an array in C); raw without it, but hex on "
-                    "a terminal")
-        ->transform(CLI::CheckedTransformer(formats).description(""))
+        .add_option_function<std::string>(
+            "--format", set_format, "raw, hex, base64 or c (an array in C); raw without it, but hex on a terminal")
+        ->check(CLI::IsMember(format_names).description(""))
         ->type_name("FORMAT");
 }
 

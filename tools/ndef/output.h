@@ -1,13 +1,15 @@
 // Where and how a command writes what it made.
 #pragma once
 
-#include <CLI/CLI.hpp>
-
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+
+namespace CLI {
+class App;
+}
 
 namespace tool {
 
