@@ -35,10 +35,10 @@ std::string read_oob(Record record)
     return line;
 }
 
-/** What the builder's structure points to; the manufacturers take turns, and their data is alike. */
+/** What the builder's structure points to; two manufacturers take turns, with data from one row of bytes. */
 struct Fields {
     Bytes name = {}, c = {}, r = {}, uuid16 = {}, uuid32 = {}, uuid128 = {};
-    Bytes lengths = {}, id = bytes("34127856"), data = filled(255, 0xAA);
+    Bytes lengths = {}, id = bytes("34127856"), data = bytes("A0A1A2A3") + filled(252, 0xAA);
     std::vector<uint8_t *> ids = {}, pointers = {};
 
     Structure structure()
@@ -60,7 +60,7 @@ struct Fields {
         ids.clear(), pointers.clear();
         for (const uint8_t length : lengths) {
             ids.push_back(id.data() + ids.size() % 2 * 2);
-            pointers.push_back(length == 0 ? nullptr : data.data());
+            pointers.push_back(length == 0 ? nullptr : data.data() + pointers.size() % 4);
         }
         s.manufacturer_id_length = 2;
         s.manufacturer_ids = ids.data();
@@ -71,8 +71,8 @@ struct Fields {
 
 Fields everything()
 {
-    return {text("Nick"), filled(16, 0xCC), filled(16, 0xDD), bytes("0B110E11"), bytes("01020304"), filled(16, 0x55),
-            {3, 0}};
+    return {text("Nick"),      filled(16, 0xCC), filled(16, 0xDD), bytes("0B110E11"),
+            bytes("01020304"), filled(16, 0x55), {3, 0, 2}};
 }
 
 struct Types {
@@ -98,9 +98,9 @@ Fields large(size_t entries, uint8_t length, size_t name)
 }
 
 const std::string kind = "2S application/vnd.bluetooth.ep.oob", head = " 010203040506 ", device_class = "040D0A0B0C ";
-const std::string all = "6000" + head + "05094E69636B" + device_class +
+const std::string all = "6600" + head + "05094E69636B" + device_class +
                         "110E CC*16 110F DD*16 05030B110E11 "
-                        "050401020304 1107 55*16 06FF3412AAAAAA 03FF7856";
+                        "050401020304 1107 55*16 06FF3412A0A1A2 03FF7856 05FF3412A2A3";
 
 } // namespace
 
@@ -259,8 +259,8 @@ TEST(BluetoothOob, ReadsBackWhatItBuilt)
 {
     const Bytes payload = spelled(all);
     EXPECT_EQ(read_oob(build(everything(), {9, 3, 4, 7})),
-              "1 class=0A0B0C name=4E69636B c=CC*16 r=DD*16 uuid16=0B110E11 uuid32=01020304 uuid128=55*16 makers=2 "
-              "id=3412 data=AAAAAA id=7856");
+              "1 class=0A0B0C name=4E69636B c=CC*16 r=DD*16 uuid16=0B110E11 uuid32=01020304 uuid128=55*16 makers=3 "
+              "id=3412 data=A0A1A2 id=7856 id=3412 data=A2A3");
     EXPECT_EQ(read_oob(build(large(255, 252, 240))).substr(0, 20), "1 class=0A0B0C name=");
     EXPECT_EQ(
         read_oob(build({.uuid16 = filled(254, 2), .uuid32 = filled(252, 4), .uuid128 = filled(240, 8)}, {9, 3, 5, 7})),
