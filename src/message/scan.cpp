@@ -6,21 +6,24 @@ namespace {
 
 // Where a record stands, as far as the rules for MB, ME and chunks go.
 struct Place {
-    bool begins;  // it must carry MB
-    bool ends;    // it must carry ME
-    bool lone;    // it is one of a sequence of messages of one record each
-    bool in_run;  // it continues a run of chunks
-    bool chunked; // there are chunks in the message; without any, the format "unchanged" breaks no rule
+    uint8_t position; // the MB and ME bits that it must carry, and no others
+    bool lone;        // it is one of a sequence of messages of one record each
+    bool in_run;      // it continues a run of chunks
+    bool chunked;     // there are chunks in the message; without any, the format "unchanged" breaks no rule
+
+    bool begins() const { return (position & mb_bit) != 0; }
+    bool ends() const { return (position & me_bit) != 0; }
 };
+
+constexpr uint8_t lone_position = mb_bit | me_bit;
 
 bool is_unchanged(const RecordView &record) { return record.format() == NFC_NDEF_TNF_UNCHANGED; }
 
 // Whether a record keeps all the rules of its place. What ends a message cannot be a chunk that others must follow.
-bool fits(const RecordView &record, const Place &place)
+inline bool fits(const RecordView &record, const Place &place)
 {
-    const int expected = (place.begins ? mb_bit : 0) | (place.ends ? me_bit : 0);
-    const int checked = mb_bit | me_bit | (place.ends ? cf_bit : 0);
-    if (((record.flags ^ expected) & checked) != 0)
+    const int checked = place.ends() ? mb_bit | me_bit | cf_bit : mb_bit | me_bit;
+    if (((record.flags ^ place.position) & checked) != 0)
         return false;
     if (place.in_run)
         return ((record.flags ^ NFC_NDEF_TNF_UNCHANGED) & (il_bit | tnf_bits)) == 0 && record.type_length == 0;
@@ -30,9 +33,9 @@ bool fits(const RecordView &record, const Place &place)
 // Names the rule that a record breaks when it does not fit.
 nfc_ndef_msg_reason broken_rule(const RecordView &record, const Place &place)
 {
-    if (record.has(mb_bit) != place.begins)
-        return place.begins ? NFC_NDEF_MSG_MB_MISSING : NFC_NDEF_MSG_MB_REPEATED;
-    if (record.has(me_bit) && !place.ends)
+    if (record.has(mb_bit) != place.begins())
+        return place.begins() ? NFC_NDEF_MSG_MB_MISSING : NFC_NDEF_MSG_MB_REPEATED;
+    if (record.has(me_bit) && !place.ends())
         return NFC_NDEF_MSG_ME_EARLY;
     if (place.lone && !record.has(me_bit))
         return NFC_NDEF_MSG_ME_MISSING;
@@ -90,22 +93,20 @@ nfc_ndef_msg_report Scan::read(ByteView message)
 
     const bool bytes_left = at < message.size();
     const bool lone = count != 0 && is_generic_control(records_[0]);
-    bool in_run = false;
+    Place place{.position = lone ? lone_position : mb_bit, .lone = lone, .in_run = false, .chunked = joined != 0};
     for (size_t i = 0; i < count; ++i) {
         const RecordView &record = records_[i];
         const bool last = i + 1 == count;
-        const Place place{.begins = lone || i == 0,
-                          .ends = lone || (last && !bytes_left),
-                          .lone = lone,
-                          .in_run = in_run,
-                          .chunked = joined != 0};
+        if (last && !bytes_left)
+            place.position |= me_bit;
         if (!fits(record, place)) {
             const nfc_ndef_msg_reason reason = broken_rule(record, place);
             if (reason == NFC_NDEF_MSG_ME_EARLY && last)
                 return verdict(NFC_NDEF_MSG_BYTES_LEFT_OVER, count, at);
             return verdict(reason, i, static_cast<size_t>(record.header - message.data()));
         }
-        in_run = record.has(cf_bit);
+        place.position = lone ? lone_position : 0;
+        place.in_run = record.has(cf_bit);
     }
     if (bytes_left)
         return verdict(fault.reason, count, at + fault.offset);
@@ -124,16 +125,19 @@ uint8_t WholeRecord::first_payload_byte() const
 // would take unchunked.
 RecordPtr WholeRecord::join() const
 {
-    nfc_ndef_record joined = first_->borrowed();
-    joined.me = last_->has(me_bit);
-    joined.cf = 0;
-    joined.sr = payload_length_ <= 255;
-    joined.payload = nullptr;
-    joined.payload_length = payload_length_;
-    joined.parsed_length = 2 + uint32_t{first_->type_length} + (joined.il ? 1u + joined.id_length : 0u) +
-                           (joined.sr ? 1u : 4u) + payload_length_;
-    RecordPtr record = copy_record(joined);
-    if (!record || payload_length_ == 0)
+    RecordPtr record = nfc_ndef_record_create_empty();
+    if (!record)
+        return nullptr;
+    first_->describe(*record);
+    record->me = last_->has(me_bit);
+    record->cf = 0;
+    record->sr = payload_length_ <= 255;
+    record->payload_length = payload_length_;
+    record->parsed_length = 2 + uint32_t{first_->type_length} + (record->il ? 1u + record->id_length : 0u) +
+                            (record->sr ? 1u : 4u) + payload_length_;
+    if (!copy_bytes(*record, first_->type(), first_->id(), {}))
+        return nullptr;
+    if (payload_length_ == 0)
         return record;
     Block<uint8_t> payload = new_block<uint8_t>(payload_length_);
     if (!payload)

@@ -24,7 +24,7 @@ public:
     uint8_t first_payload_byte() const; // of a payload that is not empty
 
     // The record in blocks of its own, or null.
-    RecordPtr make() const { return first_ == last_ ? copy_record(first_->borrowed()) : join(); }
+    RecordPtr make() const { return first_ == last_ ? first_->make() : join(); }
 
 private:
     RecordPtr join() const;

@@ -6,13 +6,14 @@ RecordPtr record_of(const nfc_ndef_record_type &type, Payload &payload, ByteView
 {
     if (!payload.ready())
         return nullptr;
-    nfc_ndef_record fields = nfc_ndef_record_create_empty();
-    fields.record_type = type;
-    fields.il = !id.empty();
-    fields.id = borrow(id);
-    fields.id_length = static_cast<uint8_t>(id.size());
-    RecordPtr record = copy_record(fields);
+    RecordPtr record = nfc_ndef_record_create_empty();
     if (!record)
+        return nullptr;
+    record->record_type.format = type.format;
+    record->record_type.name_length = type.name_length;
+    record->il = !id.empty();
+    record->id_length = static_cast<uint8_t>(id.size());
+    if (!copy_bytes(*record, {type.name, type.name_length}, id, {}))
         return nullptr;
     record->sr = payload.size() < 255;
     record->payload_length = payload.size();

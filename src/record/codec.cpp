@@ -21,5 +21,5 @@ nfc_ndef_record *nfc_ndef_record_create_from_byte_array(const uint8_t *data, uin
     if (!data || length <= position ||
         find_record({data + position, length - position}, record).reason != NFC_NDEF_MSG_VALID)
         return nullptr;
-    return copy_record(record.borrowed()).release();
+    return record.make().release();
 }

@@ -29,24 +29,35 @@ struct RecordView {
     ByteView payload() const { return {id().data() + id_length, payload_length}; }
     uint32_t length() const { return header_length + uint32_t{type_length} + id_length + payload_length; }
 
-    // The same as a type and a record that point into the bytes.
+    // A type that points into the bytes.
     nfc_ndef_record_type borrowed_type() const
     {
         return {.name = borrow(type()), .name_length = type_length, .format = format()};
     }
-    nfc_ndef_record borrowed() const
+
+    // Sets the flags and lengths of a record, but not its bytes.
+    void describe(nfc_ndef_record &record) const
     {
-        return {.mb = has(mb_bit),
-                .me = has(me_bit),
-                .cf = has(cf_bit),
-                .sr = has(sr_bit),
-                .il = has(il_bit),
-                .payload_length = payload_length,
-                .id_length = id_length,
-                .id = borrow(id()),
-                .payload = borrow(payload()),
-                .record_type = borrowed_type(),
-                .parsed_length = length()};
+        record.mb = has(mb_bit);
+        record.me = has(me_bit);
+        record.cf = has(cf_bit);
+        record.sr = has(sr_bit);
+        record.il = has(il_bit);
+        record.payload_length = payload_length;
+        record.id_length = id_length;
+        record.record_type.name_length = type_length;
+        record.record_type.format = format();
+        record.parsed_length = length();
+    }
+
+    // The record in blocks of its own, or null.
+    [[nodiscard]] RecordPtr make() const
+    {
+        RecordPtr record = nfc_ndef_record_create_empty();
+        if (!record)
+            return nullptr;
+        describe(*record);
+        return copy_bytes(*record, type(), id(), payload()) ? std::move(record) : nullptr;
     }
 };
 

@@ -6,7 +6,24 @@ namespace {
 
 bool paired(const void *bytes, size_t length) { return (bytes != nullptr) == (length != 0); }
 
+// The bytes of a field of a record that may be inconsistent.
+ByteView bytes_of(const uint8_t *field, size_t length) { return {field, field ? length : 0}; }
+
 } // namespace
+
+RecordPtr copy_record(const nfc_ndef_record &source)
+{
+    RecordPtr copy = nfc_ndef_record_create_empty();
+    if (!copy)
+        return nullptr;
+    const nfc_ndef_record_type &type = source.record_type;
+    *copy = source;
+    copy->id = copy->payload = copy->record_type.name = nullptr;
+    const bool complete =
+        copy_bytes(*copy, bytes_of(type.name, type.name_length), bytes_of(source.id, source.id_length),
+                   bytes_of(source.payload, source.payload_length));
+    return complete ? std::move(copy) : nullptr;
+}
 
 void nfc_ndef_record_member_free(void *record)
 {
@@ -23,19 +40,21 @@ nfc_ndef_record *nfc_ndef_record_create_from_param(const nfc_ndef_record_type *t
 {
     if (!type || !paired(id, id_length) || !paired(payload, payload_length))
         return nullptr;
-    nfc_ndef_record record = nfc_ndef_record_create_empty();
-    record.record_type.format = type->format;
+    RecordPtr record = nfc_ndef_record_create_empty();
+    if (!record)
+        return nullptr;
+    record->record_type.format = type->format;
     if (type->format == NFC_NDEF_TNF_EMPTY)
-        return copy_record(record).release();
-    if (type->format != NFC_NDEF_TNF_UNKNOWN && type->name && type->name_length != 0)
-        record.record_type = *type;
-    record.il = id != nullptr;
-    record.id = borrow({id, id_length});
-    record.id_length = id_length;
-    record.sr = payload && payload_length < 255;
-    record.payload = borrow({payload, payload_length});
-    record.payload_length = payload_length;
-    return copy_record(record).release();
+        return record.release();
+    ByteView name;
+    if (type->format != NFC_NDEF_TNF_UNKNOWN && type->name)
+        name = {type->name, type->name_length};
+    record->record_type.name_length = static_cast<uint8_t>(name.size());
+    record->il = id != nullptr;
+    record->id_length = id_length;
+    record->sr = payload && payload_length < 255;
+    record->payload_length = payload_length;
+    return copy_bytes(*record, name, {id, id_length}, {payload, payload_length}) ? record.release() : nullptr;
 }
 
 nfc_ndef_record *nfc_ndef_rec_create_and_copy(const nfc_ndef_record *record)

@@ -32,33 +32,26 @@ inline ByteView payload_of(const nfc_ndef_record *record)
     return {payload, length};
 }
 
-// The flags, lengths and format of a new record: all 0 and unknown.
-constexpr nfc_ndef_record nfc_ndef_record_create_empty()
+// A new record without type, id and payload, of unknown format; or null.
+[[nodiscard]] inline RecordPtr nfc_ndef_record_create_empty()
 {
-    nfc_ndef_record record{};
-    record.record_type.format = NFC_NDEF_TNF_UNKNOWN;
+    RecordPtr record{static_cast<nfc_ndef_record *>(os_block_alloc(sizeof(nfc_ndef_record)))};
+    if (record) {
+        *record = {};
+        record->record_type.format = NFC_NDEF_TNF_UNKNOWN;
+    }
     return record;
 }
 
-// The bytes of a field of a record that may be inconsistent.
-inline ByteView bytes_of(const uint8_t *field, size_t length) { return {field, field ? length : 0}; }
+// Gives a record that has its lengths, but no bytes yet, copies of the bytes; false when memory runs out.
+[[nodiscard]] inline bool copy_bytes(nfc_ndef_record &record, ByteView name, ByteView id, ByteView payload)
+{
+    return copy_to(record.id, id) && copy_to(record.payload, payload) && copy_to(record.record_type.name, name);
+}
 
 // A record like the source, in blocks of its own, or null. A length without a pointer stays, a pointer without a length
 // becomes null.
-[[nodiscard]] inline RecordPtr copy_record(const nfc_ndef_record &source)
-{
-    RecordPtr copy{static_cast<nfc_ndef_record *>(os_block_alloc(sizeof source))};
-    if (!copy)
-        return nullptr;
-    *copy = source;
-    copy->id = copy->payload = copy->record_type.name = nullptr;
-    const nfc_ndef_record_type &type = source.record_type;
-    if (!copy_to(copy->id, bytes_of(source.id, source.id_length)) ||
-        !copy_to(copy->payload, bytes_of(source.payload, source.payload_length)) ||
-        !copy_to(copy->record_type.name, bytes_of(type.name, type.name_length)))
-        return nullptr;
-    return copy;
-}
+[[nodiscard]] RecordPtr copy_record(const nfc_ndef_record &source);
 
 // The element callback for a list of records.
 void nfc_ndef_record_member_free(void *record);

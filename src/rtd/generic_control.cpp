@@ -41,7 +41,7 @@ bool read_action(ByteView payload, uint8_t *action_flag, uint32_t *action_code, 
     RecordView described;
     if (find_record(in.rest(), described).reason != NFC_NDEF_MSG_VALID)
         return true;
-    *action_record = copy_record(described.borrowed()).release();
+    *action_record = described.make().release();
     return *action_record != nullptr;
 }
 
