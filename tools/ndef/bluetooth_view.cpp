@@ -55,8 +55,8 @@ std::string uuid_of(ByteView bytes)
         return fmt::format("0x{:0{}X}{}", uuid, bytes.size() * 2, service_name(uuid));
     }
     std::string text = fmt::format("{:02x}", fmt::join(first, ""));
-    for (const size_t dash : {20, 16, 12, 8})
-        text.insert(dash, "-");
+    for (const int dash : {20, 16, 12, 8})
+        text.insert(static_cast<size_t>(dash), 1, '-');
     return text;
 }
 

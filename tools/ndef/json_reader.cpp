@@ -107,7 +107,7 @@ public:
     {
         const model::Bytes bytes = bytes_of(needed(name), name);
         require(bytes.size() == N, name, fmt::format("must be {} bytes", N));
-        std::ranges::copy(bytes, value.begin());
+        std::copy_n(bytes.begin(), N, value.begin());
     }
 
     void hex_list(std::string_view name, model::Bytes &value, size_t length)
