@@ -43,12 +43,12 @@ TEST(Json, GivesTheSameBytesAgainForEveryCanonicalVector)
     size_t round_trips = 0;
     for (const Json &vector : Json::parse(file)) {
         const std::string hex = vector["hex"], message = raw(hex);
-        const Run written = ndef({"json"}, message);
+        const auto written = ndef({"json"}, message);
         if (written.status == 1)
             continue; // not a message; other tests say which are
         SCOPED_TRACE(hex);
         ASSERT_EQ(written.status, 0) << written.err;
-        const Run made = ndef({"make", "json"}, written.out);
+        const auto made = ndef({"make", "json"}, written.out);
         ASSERT_EQ(made.status, 0) << made.err << written.out;
         if (!is_canonical(message))
             continue;
@@ -106,15 +106,16 @@ TEST(Json, TakesATypedFormOnlyWhereItGivesTheSameBytes)
     for (const auto &c : cases) {
         SCOPED_TRACE(c.about);
         const std::string message = raw(c.hex);
-        const Run written = ndef({"json"}, message);
+        const auto written = ndef({"json"}, message);
         if (written.status != 0) {
             ADD_FAILURE() << written.err;
             continue;
         }
         const Json record = Json::parse(written.out)["records"][0];
-        for (const auto &[name, value] : Json::parse(c.expected).items())
+        const Json expected = Json::parse(c.expected);
+        for (const auto &[name, value] : expected.items())
             EXPECT_EQ(record.value(name, Json()).dump(), value.dump()) << name;
-        const Run made = ndef({"make", "json"}, written.out);
+        const auto made = ndef({"make", "json"}, written.out);
         EXPECT_EQ(hex_of(made.out), hex_of(message)) << made.err;
         EXPECT_THAT(written.out, testing::Not(testing::ContainsRegex("\x7F|\xC2\x9B|\xE2\x80\xAE")));
     }
@@ -187,7 +188,7 @@ TEST(Json, NamesTheMemberThatItRefuses)
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.json.substr(0, 200));
-        const Run made = ndef({"make", "json"}, c.json);
+        const auto made = ndef({"make", "json"}, c.json);
         EXPECT_EQ(made.status, 1);
         EXPECT_EQ(made.out, "");
         EXPECT_THAT(made.err, testing::StartsWith("ndef: standard input: "));

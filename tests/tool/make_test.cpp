@@ -10,7 +10,7 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-Run make(Arguments arguments, const Arguments &more = {})
+auto make(Arguments arguments, const Arguments &more = {})
 {
     arguments.insert(arguments.begin(), "make");
     arguments.insert(arguments.end(), more.begin(), more.end());
@@ -47,7 +47,7 @@ TEST(Make, BuildsTheEverydayRecords)
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(testing::PrintToString(c.arguments));
-        const Run run = make(c.arguments, {"--format", "hex"});
+        const auto run = make(c.arguments, {"--format", "hex"});
         EXPECT_EQ(run.out, c.expected + "\n") << run.err;
         EXPECT_EQ(run.status, 0);
     }
@@ -81,7 +81,7 @@ TEST(Make, RefusesWhatMakesNoRecord)
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(testing::PrintToString(c.arguments));
-        const Run run = make(c.arguments);
+        const auto run = make(c.arguments);
         EXPECT_EQ(run.status, 2);
         EXPECT_EQ(run.out, "");
         EXPECT_THAT(run.err, testing::HasSubstr(c.reason));
@@ -100,7 +100,7 @@ TEST(Make, WritesEachFormat)
               "    0x21,\n"
               "};\n");
     const TemporaryFile file("something longer than the message");
-    const Run run = make(text, {"-o", file.path()});
+    const auto run = make(text, {"-o", file.path()});
     EXPECT_EQ(run.out + run.err, "");
     std::ifstream written(file.path(), std::ios::binary);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(written), {}), bytes);
