@@ -9,7 +9,7 @@ std::string contents(const Message &message)
 {
     std::string result;
     for (uint8_t i = 0; i < nfc_ndef_msg_get_number_of_records(message.get()); ++i) {
-        const Bytes payload = payload_of(at(message, i));
+        const Bytes payload = at(message, i) ? payload_of(at(message, i)) : text("(none)");
         result.append(payload.begin(), payload.end());
     }
     return result;
