@@ -98,6 +98,7 @@ void fuzz::run(ByteView input)
              cost_of_message + input.size() + (cost_of_record - 3) * std::min<size_t>(input.size() / 3, 254),
          "memory stays in proportion to the input");
     must(valid == (message != nullptr), "check and parser agree");
+    must(valid || memory.allocations() == 0, "refused bytes cost no allocation");
     if (input.size() > 1) {
         Bytes behind_one_byte{0};
         behind_one_byte.insert(behind_one_byte.end(), input.begin(), input.end());

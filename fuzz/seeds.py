@@ -9,13 +9,14 @@ out = pathlib.Path(sys.argv[1])
 vectors = json.loads(pathlib.Path(sys.argv[2]).read_text())
 messages = [bytes.fromhex(vector["hex"]) for vector in vectors]
 documents = []
+tags = []
 for sample in map(pathlib.Path, sys.argv[3:]):
     if sample.suffix == ".json":
         documents.append(sample.read_bytes())
-    elif sample.suffix == ".hex":
-        messages.append(bytes.fromhex(sample.read_text()))
-    elif sample.suffix in (".ndef", ".bin"):
+    elif sample.suffix == ".ndef":
         messages.append(sample.read_bytes())
+    elif sample.suffix == ".bin":
+        tags.append(sample.read_bytes())
 
 # In the order of each target's table of types, whose choice of one is twice its number, and 1 for reading.
 types = {
@@ -64,6 +65,7 @@ write(
     [b"\x00" + message.hex().encode() for message in messages]
     + [b"\x01" + base64.b64encode(message) for message in messages]
     + [b"\x02\x03" + bytes([len(message)]) + message + b"\xfe" for message in messages if len(message) < 255]
+    + [b"\x02" + tag for tag in tags]
     + [b"\x03" + message for message in messages],
 )
 (out / "done").touch()
