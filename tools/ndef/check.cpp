@@ -26,7 +26,7 @@ std::string context_of(ByteView bytes, size_t offset)
     const size_t start = offset - std::min(offset, before);
     const ByteView part = bytes.subspan(start, std::min(bytes.size(), offset + after) - start);
     const size_t column = 2 + 4 + 2 + (offset - start) * 3;
-    return fmt::format("  {:04X}  {}\n{:{}}^^\n", start, hex_of(part), "", column);
+    return fmt::format("  {:04X}  {}\n{:{}}^^", start, hex_of(part), "", column);
 }
 
 ExitStatus check(const std::string &path, const CheckOptions &options)
@@ -40,7 +40,7 @@ ExitStatus check(const std::string &path, const CheckOptions &options)
         bytes = read_ndef(path, options.input);
     } catch (const Failure &failure) {
         if (!options.quiet)
-            fmt::print(stderr, "ndef: {}\n", failure.what());
+            complain(failure.what());
         return failure.status;
     }
     nfc_ndef_msg_report report{};
@@ -58,7 +58,7 @@ void add_check_command(CLI::App &app)
 {
     auto options = std::make_shared<CheckOptions>();
     CLI::App *command = app.add_subcommand("check", "Tells whether files are messages, and why not");
-    command->add_option("FILE", options->paths, "The messages; standard input without any, or as -");
+    command->add_option("FILE", options->paths, "The messages; standard input without any, or as -")->type_name("");
     command->add_flag("-q,--quiet", options->quiet, "Print nothing, only exit with the status");
     add_input_options(*command, options->input);
     command->footer("Examples:\n"

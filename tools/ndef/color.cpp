@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdlib>
-#include <map>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -12,10 +11,14 @@ namespace tool {
 
 void add_color_option(CLI::App &command, Color &color)
 {
-    const std::map<std::string, Color> names{
-        {"auto", Color::automatic}, {"always", Color::always}, {"never", Color::never}};
-    command.add_option("--color", color, "Colours: auto, always or never")
-        ->transform(CLI::CheckedTransformer(names).description(""))
+    command
+        .add_option_function<std::string>(
+            "--color",
+            [&color](const std::string &when) {
+                color = when == "auto" ? Color::automatic : when == "always" ? Color::always : Color::never;
+            },
+            "Colours: auto, always or never")
+        ->check(CLI::IsMember({"auto", "always", "never"}).description(""))
         ->type_name("WHEN");
 }
 

@@ -69,7 +69,7 @@ std::optional<std::vector<uint8_t>> decode_base64(std::string_view text)
     return bytes;
 }
 
-std::vector<uint8_t> decode_any(std::vector<uint8_t> bytes)
+std::optional<std::vector<uint8_t>> decode_any(std::vector<uint8_t> bytes)
 {
     const std::string_view text(reinterpret_cast<const char *>(bytes.data()), bytes.size());
     const auto is_text = [](char c) { return is_space(c) || (c > 0x20 && c < 0x7F); };
@@ -80,9 +80,7 @@ std::vector<uint8_t> decode_any(std::vector<uint8_t> bytes)
     const auto begins_message = [](const auto &decoded) {
         return decoded && !decoded->empty() && (decoded->front() & 0x80) != 0;
     };
-    if (hex && (begins_message(hex) || !begins_message(base64)))
-        return std::move(*hex);
-    return base64 ? std::move(*base64) : bytes;
+    return hex && (begins_message(hex) || !begins_message(base64)) ? hex : base64;
 }
 
 } // namespace tool

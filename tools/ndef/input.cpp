@@ -27,19 +27,24 @@ struct CloseFile {
     }
 };
 
-std::vector<uint8_t> decode(std::vector<uint8_t> bytes, const std::optional<Encoding> &encoding,
-                            const std::string &name)
+std::vector<uint8_t> decode(std::vector<uint8_t> bytes, const InputOptions &options, const std::string &name)
 {
-    if (!encoding)
-        return decode_any(std::move(bytes));
-    if (*encoding == Encoding::raw)
+    const std::optional<Encoding> encoding = options.encoding;
+    if (encoding == Encoding::raw)
         return bytes;
-    const bool hex = *encoding == Encoding::hex;
     const std::string_view text(reinterpret_cast<const char *>(bytes.data()), bytes.size());
-    auto decoded = hex ? decode_hex(text) : decode_base64(text);
-    if (!decoded)
-        throw Failure(exit_refused, fmt::format("{}: not {} text", name, hex ? "hex" : "base64"));
-    return std::move(*decoded);
+    if (options.tag_memory && !encoding) // begins with a serial number, from which base64 and hex cannot be told apart
+        if (auto memory = decode_hex(text))
+            return std::move(*memory);
+    auto decoded = encoding == Encoding::hex      ? decode_hex(text)
+                   : encoding == Encoding::base64 ? decode_base64(text)
+                                                  : decode_any(std::move(bytes));
+    if (decoded)
+        return std::move(*decoded);
+    throw Failure(exit_refused, fmt::format("{}: text that is not {}", name,
+                                            encoding == Encoding::hex      ? "hex"
+                                            : encoding == Encoding::base64 ? "base64"
+                                                                           : "hex or base64"));
 }
 
 } // namespace
@@ -69,13 +74,13 @@ std::vector<uint8_t> read_file(const std::string &path, bool unlimited)
     while (file && !std::feof(file.get()) && !std::ferror(file.get())) {
         constexpr size_t step = 1 << 16;
         const size_t before = bytes.size();
-        if (!unlimited && before > limit)
-            throw Failure(exit_refused,
-                          fmt::format("{}: over 16 MiB of input (--no-limit reads it all the same)", name));
         if (before > UINT32_MAX - step)
             throw Failure(exit_refused, fmt::format("{}: too long for an NDEF message", name));
         bytes.resize(before + step);
         bytes.resize(before + std::fread(bytes.data() + before, 1, step, file.get()));
+        if (!unlimited && bytes.size() > limit)
+            throw Failure(exit_refused,
+                          fmt::format("{}: over 16 MiB of input (--no-limit reads it all the same)", name));
     }
     if (!file || std::ferror(file.get()))
         throw Failure(exit_unusable, fmt::format("{}: {}", name, std::strerror(errno)));
@@ -85,7 +90,7 @@ std::vector<uint8_t> read_file(const std::string &path, bool unlimited)
 std::vector<uint8_t> read_ndef(const std::string &path, const InputOptions &options)
 {
     const std::string name = name_of_input(path);
-    std::vector<uint8_t> bytes = decode(read_file(path, options.unlimited), options.encoding, name);
+    std::vector<uint8_t> bytes = decode(read_file(path, options.unlimited), options, name);
     try {
         if (options.tag_memory)
             bytes = message_in_tag_memory(bytes);

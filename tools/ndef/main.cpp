@@ -20,18 +20,13 @@ void write_output(std::string_view text)
     throw Failure(exit_unusable, fmt::format("cannot write to standard output: {}", std::strerror(errno)));
 }
 
-} // namespace tool
-
-namespace {
-
-int complain(int status, std::string_view text)
+void complain(std::string_view text)
 {
-    if (!text.empty())
-        fmt::print(stderr, "ndef: {}\n", text);
-    return status;
+    if (!text.empty()) // not fmt::print, which throws when nobody reads
+        std::fputs(fmt::format("ndef: {}\n", text).c_str(), stderr);
 }
 
-} // namespace
+} // namespace tool
 
 int main(int argc, char **argv)
 {
@@ -56,10 +51,13 @@ int main(int argc, char **argv)
     } catch (const CLI::Success &request) { // --help and --version
         return app.exit(request);
     } catch (const CLI::ParseError &error) {
-        return complain(exit_unusable, fmt::format("{} ('ndef --help' tells more)", printable_utf8(error.what())));
+        complain(fmt::format("{} ('ndef --help' tells more)", printable_utf8(error.what())));
+        return exit_unusable;
     } catch (const Failure &failure) {
-        return complain(failure.status, failure.what());
+        complain(failure.what());
+        return failure.status;
     } catch (const std::exception &error) {
-        return complain(exit_unusable, error.what());
+        complain(error.what());
+        return exit_unusable;
     }
 }

@@ -79,7 +79,7 @@ std::string printable_utf16(std::span<const uint8_t> bytes)
     if (marked)
         bytes = bytes.subspan(2);
     const auto unit_at = [&](size_t i) -> gunichar {
-        return little ? bytes[i] | bytes[i + 1] << 8 : bytes[i] << 8 | bytes[i + 1];
+        return static_cast<gunichar>(little ? bytes[i] | bytes[i + 1] << 8 : bytes[i] << 8 | bytes[i + 1]);
     };
     std::string out;
     size_t i = 0;

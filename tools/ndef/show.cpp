@@ -76,7 +76,7 @@ void add_show_command(CLI::App &app)
 {
     auto options = std::make_shared<ShowOptions>();
     CLI::App *command = app.add_subcommand("show", "Shows the records of a message as a tree");
-    command->add_option("FILE", options->path, "The message; standard input without it, or as -");
+    command->add_option("FILE", options->path, "The message; standard input without it, or as -")->type_name("");
     command->add_flag("-x,--bytes", options->bytes, "Also show each record's bytes, field by field");
     command->add_flag("-a,--all", options->everything, "Show long payloads and texts to their end");
     add_color_option(*command, options->color);
