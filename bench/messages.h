@@ -19,7 +19,7 @@ Bytes handover_message();                  // a Handover Request, Bluetooth out-
 Bytes mixed_poster_message(size_t count);  // a Smart Poster of one URI and other records of every kind by turns
 
 // A message where the decoder reads it. Its first payload starts a cache line: blocks of the heap start at multiples of
-// 16, and some processors copy a large block twenty times slower when its destination lies 1 to 15 bytes behind its
+// 16, and some processors copy a large block many times slower when its destination lies 1 to 15 bytes behind its
 // source modulo 4096.
 class Input {
 public:
