@@ -62,9 +62,13 @@ void message(ByteView input)
         must(tool::decode_any(bytes_of(base64)) == message, "base64 text is told from hex");
     if (message.size() >= 0xFF)
         return;
-    Bytes memory{0, 0xFD, 1, 0x55, 3, length8(message)}; // null, a proprietary TLV, the message
-    memory.insert(memory.end(), message.begin(), message.end());
+    Bytes area{0, 0xFD, 1, 0x55, 3, length8(message)}; // null, a proprietary TLV, the message
+    area.insert(area.end(), message.begin(), message.end());
+    Bytes memory{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0xE1, 0x10, 0xFF, 0}; // up to the capability container
+    memory.insert(memory.end(), area.begin(), area.end());
     must(tool::message_in_tag_memory(memory) == message, "a message comes out of the memory as it was");
+    if (area.size() <= 12 || area[12] != 0xE1) // which would look like a container of its own
+        must(tool::message_in_tag_memory(area) == message, "and out of the data area alone");
 }
 
 void printable(ByteView input)
