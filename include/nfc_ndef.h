@@ -26,9 +26,10 @@
  *    number of bytes, 0 on failure. Extractors: 1 on success, otherwise one of the codes that each of them names.
  * 4. **Outputs** of extractors are written step by step. An output that is not mentioned as written keeps the value the
  *    caller gave it, so set every pointer output to null and every count to 0 before the call, and free whatever is
- *    non-null after it, whatever the result.
+ *    non-null after it, whatever the result. When memory runs out, the outputs of the steps before are written, and an
+ *    array that cannot be completed is null with count 0.
  * 5. **Memory** comes from os_block_alloc() and os_block_alloc_and_clear(). Running out of it is reported like any
- *    other failure; nothing is leaked and the arguments are unchanged.
+ * other failure unless a function says otherwise; nothing is leaked and the objects passed in are unchanged.
  * 6. **Threads.** No function locks anything and there is no global state: use each object on one thread at a time.
  */
 
@@ -164,10 +165,13 @@ NFC_NDEF_API const uint8_t *nfc_ndef_record_type_get_name(const nfc_ndef_record_
 NFC_NDEF_API uint32_t nfc_ndef_record_type_get_format(const nfc_ndef_record_type *type);
 
 /**
- * Tells whether a record's type matches a search key (the rules of NFC Forum RTD 1.0, with wildcards for media types).
- * Well-known types compare exactly; absolute URIs and external types ignore ASCII case; media types ignore case and
- * compare up to the first ';' or '*' of either name. The media rule is not symmetric: the two sides are read
- * differently. Types of the formats unchanged, reserved and above match nothing but themselves.
+ * Tells whether a record's type matches a search key. Empty and unknown types match when neither has a name; well-known
+ * types match exactly; absolute URIs and external types ignore ASCII case; types of any other format match nothing but
+ * themselves. Media types ignore case, and the two sides are read differently:
+ * - a ';' (parameters) ends the compared part of either name, and so does a '*' in the candidate;
+ * - a '*' in the key ends it one character earlier, so "image*" compares the four letters "imag";
+ * - a candidate that begins with ';' or '*' matches every key, a key that begins with '*' matches only such candidates;
+ * - two names with neither character must be equally long.
  * @param key        borrowed; may be null
  * @param candidate  borrowed; may be null
  * @return 1 when they match, and when both are the same object or both null; 0 otherwise
@@ -176,8 +180,8 @@ NFC_NDEF_API uint8_t nfc_ndef_record_type_equals(const nfc_ndef_record_type *key
                                                  const nfc_ndef_record_type *candidate);
 
 /**
- * Creates a record from its parts, which are copied. With the format NFC_NDEF_TNF_EMPTY the id and the payload are
- * dropped, with NFC_NDEF_TNF_UNKNOWN the type name is.
+ * Creates a record from its parts, which are copied. With the format NFC_NDEF_TNF_EMPTY the name, the id
+ * and the payload are dropped, with NFC_NDEF_TNF_UNKNOWN the name is.
  * @param type            borrowed; required
  * @param id              id bytes, or null
  * @param id_length       bytes in `id`, 0 to 255
@@ -256,8 +260,8 @@ NFC_NDEF_API uint8_t nfc_ndef_record_append_payload(nfc_ndef_record *record, con
 /**
  * Encodes one record with its own `mb`, `me` and `cf` (NFC Forum NDEF 1.0).
  * @param record      borrowed; may be null
- * @param byte_array  out: a new block of exactly the returned length; not written when the record is null or cannot be
- *                    encoded, null when memory runs out
+ * @param byte_array  out: a new block of exactly the returned length; not written when the record is null, inconsistent
+ * or would take more than 2^31 - 1 bytes, null when memory runs out
  * @return the number of bytes; 0 on failure
  */
 NFC_NDEF_API uint32_t nfc_ndef_record_to_byte_array(const nfc_ndef_record *record, uint8_t **byte_array);
@@ -444,7 +448,9 @@ NFC_NDEF_API int32_t nfc_ndef_msg_to_byte_array(const nfc_ndef_msg *ndef_msg, ui
 /**
  * Decodes a message (NFC Forum NDEF 1.0), joining chunks. The bytes must be whole records, at most 254, that fill
  * `length` exactly, with MB and ME where they belong; when the first record's type is "Gc", each record must carry
- * both. nfc_ndef_msg_check() tells why bytes were refused.
+ * both. In a message without chunks the format "unchanged" breaks no rule. nfc_ndef_msg_check() tells why bytes were
+ * refused. What parses can be encoded again, but for one thing: an initial chunk of the format "empty" whose later
+ * chunks have a payload.
  * @param data    the bytes; null is refused
  * @param offset  where the message starts, counted from `data`; must be below `length`
  * @param length  bytes of the message, counted from `data` + `offset`; not 0
@@ -484,8 +490,9 @@ typedef struct nfc_ndef_msg_report {
     uint32_t reason; /**< An #nfc_ndef_msg_reason. */
     uint32_t record; /**< The record that broke the rule, counted from 0, chunks singly; of a valid message, the number
                           of its records, chunks joined. */
-    uint32_t offset; /**< The byte at which the rule broke, counted from the message's first; of a valid message, its
-                          length. */
+    uint32_t offset; /**< Where the rule broke, counted from the message's first byte: the field that runs past the end,
+                        the bytes left over, or the header of the record that breaks any other rule; of a valid message,
+                          its length. */
 } nfc_ndef_msg_report;
 
 /**
@@ -721,7 +728,7 @@ NFC_NDEF_API nfc_ndef_record *rtdlib_handover_select_record_create(uint8_t ac_co
  * @param ac_records  out: new array of them, not written when there are none; must hold null on entry
  * @param err_record  out: the error record of minor version 2; null when there are several, not written when none
  * @param version     out: version byte
- * @return 1; 2 when minor version 2 has several error records (all outputs written); -1 for a null argument,
+ * @return 1; 2 when minor version 2 has several error records (the outputs of success written); -1 for a null argument,
  *         `ac_records` not null or no payload (nothing written), a major version other than 1 or a payload without
  *         a nested message (`version` written), or when memory runs out
  */
@@ -735,7 +742,7 @@ NFC_NDEF_API int8_t rtdlib_handover_select_record_extract(const nfc_ndef_record 
  * @param carrier_type_length  bytes in `carrier_type`
  * @param carrier_type         carrier type; never null, even when the length is 0
  * @param carrier_data_length  bytes in `carrier_data`
- * @param carrier_data         carrier data; null with a length gives zeros
+ * @param carrier_data         carrier data; null with a length gives zeros, not read when the length is 0
  * @return a new record with `mb`, `me` and `sr` 1; null for a null `carrier_type`, or when memory runs out
  */
 NFC_NDEF_API nfc_ndef_record *rtdlib_handover_carrier_record_create(uint32_t ctf, uint8_t carrier_type_length,
@@ -885,8 +892,10 @@ NFC_NDEF_API nfc_ndef_record *rtdlib_bt_2_1_configuration_data_record_create(
  * @param fields  out: new structure, the caller's whatever the result (freed with nfc_ndef_bt_rtd_2_1_str_delete());
  *                must hold null on entry
  * @return 1; -1 for a null argument or `fields` not null (nothing written); 2 for fewer than 8 bytes, a UUID list of a
- *         wrong length, or a Randomizer R without a Hash C; 0 for a structure that runs past the end, is repeated or
- *         has a wrong length, or when memory runs out (what was read so far stays in the structure)
+ *         wrong length, or a Randomizer R without a Hash C; 0 for a structure that runs past the end or has a wrong
+ *         length, a second Class of Device, key, name or list of one width, more than 255 manufacturer entries, or when
+ *         memory runs out. After any result but 1 the structure holds what was read so far, and a length or count may
+ *         stand beside a null pointer: only free it
  */
 NFC_NDEF_API int8_t rtdlib_bt_2_1_configuration_data_record_extract(const nfc_ndef_record *record,
                                                                     nfc_ndef_bt_rtd_2_1_str **fields);
@@ -933,8 +942,8 @@ NFC_NDEF_API nfc_ndef_record *rtdlib_bt_configuration_data_record_create(const n
  * @param fields  out: new structure, the caller's whatever the result (freed with nfc_ndef_bt_rtd_2_0_str_delete());
  *                must hold null on entry
  * @return 1; -1 for a null argument or `fields` not null (nothing written), or no payload (an empty structure); 2 for
- *         an unknown pairing type; 0 for a payload too short, a name over 248 bytes, or when memory runs out (what was
- *         read so far stays in the structure)
+ * an unknown pairing type; 0 for a payload too short, a name over 248 bytes, or when memory runs out. After any result
+ * but 1 the structure holds what was read so far, and a length may stand beside a null pointer: only free it
  */
 NFC_NDEF_API int8_t rtdlib_bt_configuration_data_record_extract(const nfc_ndef_record *record,
                                                                 nfc_ndef_bt_rtd_2_0_str **fields);

@@ -19,8 +19,10 @@ template <auto Delete> struct Deleter {
     {
         if constexpr (std::is_invocable_v<decltype(Delete), T *>)
             Delete(object);
-        else
+        else {
+            static_assert(!std::is_invocable_v<decltype(Delete), void *>, "a block of constant bytes has no owner");
             Delete(&object);
+        }
     }
 };
 

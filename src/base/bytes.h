@@ -15,18 +15,26 @@ using ByteView = std::span<const uint8_t>;
 // so a decoder reads straight down and asks ok() once.
 class Reader {
 public:
-    explicit Reader(ByteView bytes) : left_(bytes) {}
+    explicit Reader(ByteView bytes) : at_(bytes.data()), end_(bytes.data() + bytes.size()) {}
 
     ByteView take(size_t length)
     {
-        if (length > left_.size()) {
-            ok_ = false;
-            left_ = {};
+        if (length > left()) {
+            fail();
             return {};
         }
-        const ByteView taken = left_.first(length);
-        left_ = left_.subspan(length);
-        return taken;
+        const uint8_t *const taken = at_;
+        at_ += length;
+        return {taken, length};
+    }
+    ByteView rest() { return take(left()); }
+    uint8_t u8()
+    {
+        if (at_ == end_) {
+            fail();
+            return 0;
+        }
+        return *at_++;
     }
     template <std::unsigned_integral Field> Field be()
     {
@@ -35,14 +43,19 @@ public:
             value = static_cast<Field>(value << 8 | byte);
         return value;
     }
-    uint8_t u8() { return be<uint8_t>(); }
-    ByteView rest() { return take(left_.size()); }
 
-    size_t left() const { return left_.size(); }
+    size_t left() const { return static_cast<size_t>(end_ - at_); }
     bool ok() const { return ok_; }
 
 private:
-    ByteView left_;
+    void fail()
+    {
+        at_ = end_;
+        ok_ = false;
+    }
+
+    const uint8_t *at_;
+    const uint8_t *end_;
     bool ok_ = true;
 };
 

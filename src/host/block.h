@@ -39,6 +39,9 @@ template <class T> [[nodiscard]] Block<T> new_zeroed_block(size_t count)
     return copy;
 }
 
+// The bytes of a field that may be inconsistent: none when the pointer is null, whatever the length says.
+inline ByteView bytes_of(const uint8_t *field, size_t length) { return {field, field ? length : 0}; }
+
 // Gives a field, which is null when there are no bytes, a copy of its own; false, and null, when memory runs out.
 [[nodiscard]] inline bool copy_to(uint8_t *&field, ByteView source)
 {

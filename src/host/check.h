@@ -7,7 +7,8 @@ extern "C" [[noreturn]] void __assert_fail(const char *expression, const char *f
 
 namespace ndef {
 
-// Stops the process unless the condition holds. Operation and line are the caller's.
+// Stops the process unless the condition holds. Operation and line are the caller's unless it passes on its own
+// caller's.
 inline void require(bool holds, const char *expression, const char *operation = __builtin_FUNCTION(),
                     unsigned line = __builtin_LINE())
 {

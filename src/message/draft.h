@@ -1,6 +1,7 @@
 // Writing a message of the caller's records into a payload.
 #pragma once
 
+#include "message/message.h"
 #include "record/build.h"
 
 #include <array>
@@ -39,8 +40,6 @@ public:
     size_t size() const { return count_; }
 
 private:
-    static constexpr size_t most_records = 255;
-
     std::array<const nfc_ndef_record *, most_records> records_; // the first count_ are set
     size_t count_ = 0;
     bool ok_ = true;

@@ -1,6 +1,5 @@
 #include "message/encode.h"
 
-#include "host/check.h"
 #include "message/message.h"
 
 using namespace ndef;
@@ -9,7 +8,7 @@ int32_t nfc_ndef_msg_to_byte_array(const nfc_ndef_msg *ndef_msg, uint8_t **byte_
 {
     if (!ndef_msg)
         return 0;
-    require(ndef_msg->records != nullptr, "((void *)0) != ndef_msg->records");
+    require_records(ndef_msg);
     const Records records(*ndef_msg->records);
     const EncodedSize size = encoded_size(records);
     if (size.total == 0 || size.total > longest_message)

@@ -10,7 +10,7 @@ struct EncodedSize {
     bool every_record = true; // can be
 };
 
-template <class Records> EncodedSize encoded_size(const Records &records)
+template <class Range> EncodedSize encoded_size(const Range &records)
 {
     EncodedSize size;
     for (const nfc_ndef_record &record : records) {
@@ -22,15 +22,15 @@ template <class Records> EncodedSize encoded_size(const Records &records)
 }
 
 // MB and ME come from a record's place; chunks are never written. Returns the writer behind the last record.
-template <class Records> Writer write_message(const Records &records, Writer out)
+template <class Range> Writer write_message(const Range &records, Writer out)
 {
-    uint8_t position = mb_bit;
+    uint8_t framing = mb_bit;
     size_t left = records.size();
     for (const nfc_ndef_record &record : records) {
         if (--left == 0)
-            position |= me_bit;
-        nfc_ndef_record_write_to_byte_array(record, out, position);
-        position = 0;
+            framing |= me_bit;
+        nfc_ndef_record_write_to_byte_array(record, out, framing);
+        framing = 0;
     }
     return out;
 }

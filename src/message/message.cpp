@@ -1,7 +1,5 @@
 #include "message/message.h"
 
-#include "host/check.h"
-
 #include <algorithm>
 
 namespace ndef {
@@ -10,14 +8,6 @@ namespace {
 
 constexpr uint32_t done = 1;
 constexpr uint32_t refused = 255;
-constexpr uint32_t most_records = 255;
-
-// Fatal in the name of the operation that calls it.
-void require_records(const nfc_ndef_msg *ndef_msg, const char *operation = __builtin_FUNCTION(),
-                     unsigned line = __builtin_LINE())
-{
-    require(ndef_msg->records != nullptr, "((void *)0) != ndef_msg->records", operation, line);
-}
 
 ctlDListNode *node_at(const ctlDList &list, uint32_t position)
 {
@@ -148,9 +138,10 @@ uint32_t nfc_ndef_msg_remove_record(nfc_ndef_msg *ndef_msg, uint8_t position)
     if (!ndef_msg)
         return refused;
     require_records(ndef_msg);
-    ctlDListNode *iterator = node_at(*ndef_msg->records, position);
-    if (!iterator)
+    if (position >= ndef_msg->records->count)
         return refused;
+    ctlDListNode *iterator = node_at(*ndef_msg->records, position);
+    require(iterator != nullptr, "((void *)0) != (iterator)");
     nfc_ndef_record *removed = record_at(iterator);
     ctlDListRemoveAt(ndef_msg->records, &iterator);
     nfc_ndef_record_delete(&removed);

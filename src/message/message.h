@@ -1,10 +1,13 @@
 // Messages inside the library: owning them, walking them, adding to them.
 #pragma once
 
+#include "host/check.h"
 #include "host/list.h"
 #include "record/record.h"
 
 namespace ndef {
+
+constexpr uint32_t most_records = 255; // positions and counts are 8 bits wide
 
 struct MessageDelete {
     void operator()(nfc_ndef_msg *message) const noexcept { nfc_ndef_msg_delete(&message); }
@@ -39,6 +42,13 @@ public:
 private:
     const ctlDList &list_;
 };
+
+// A message without a list is fatal, in the name of the operation that asks.
+inline void require_records(const nfc_ndef_msg *ndef_msg, const char *operation = __builtin_FUNCTION(),
+                            unsigned line = __builtin_LINE())
+{
+    require(ndef_msg->records != nullptr, "((void *)0) != ndef_msg->records", operation, line);
+}
 
 // Adds a record at the end; false when there is none, or no memory for the list's part.
 inline bool push_record(nfc_ndef_msg &message, RecordPtr record)

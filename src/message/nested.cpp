@@ -36,15 +36,15 @@ private:
 } // namespace
 
 // Later chunks of a run count as taken, so that they are never looked at.
-Nested::Nested(ByteView message, std::initializer_list<nfc_ndef_record_type> types) : scan_(message)
+void Nested::sort(std::span<const nfc_ndef_record_type> types)
 {
     if (!valid())
         return;
     std::fill_n(type_.begin(), scan_.size(), taken);
     scan_.each([&](const WholeRecord &record) {
         const nfc_ndef_record_type candidate = record.borrowed_type();
-        const auto *match = std::find_if(types.begin(), types.end(),
-                                         [&](const nfc_ndef_record_type &key) { return type_equals(key, candidate); });
+        const auto match = std::find_if(types.begin(), types.end(),
+                                        [&](const nfc_ndef_record_type &key) { return type_equals(key, candidate); });
         const Type type = match == types.end() ? no_type : static_cast<Type>(match - types.begin());
         type_[scan_.position(record)] = type;
         ++count_[type];

@@ -15,7 +15,11 @@ public:
     static constexpr size_t most_types = 8;
     static constexpr Type any = most_types; // whatever has not been taken
 
-    Nested(ByteView message, std::initializer_list<nfc_ndef_record_type> types);
+    template <size_t n> Nested(ByteView message, const nfc_ndef_record_type (&types)[n]) : scan_(message)
+    {
+        static_assert(n <= most_types);
+        sort(types);
+    }
 
     bool valid() const { return scan_.valid(); }
     size_t count(Type type) const { return count_[type]; }
@@ -39,11 +43,12 @@ private:
     {
         return type == any ? type_[position] != taken : type_[position] == type;
     }
+    void sort(std::span<const nfc_ndef_record_type> types);
     size_t find(Type type) const;
     void mark_taken(size_t position);
 
     Scan scan_;
-    std::array<Type, Scan::most_records> type_;   // of each whole record, where it begins
+    std::array<Type, Scan::most_read> type_;      // of each whole record, where it begins
     std::array<uint8_t, most_types + 2> count_{}; // left, of each type, of any and of none
 };
 

@@ -1,4 +1,3 @@
-#include "host/check.h"
 #include "message/message.h"
 
 using namespace ndef;
@@ -13,7 +12,7 @@ Entry *entries(const nfc_ndef_msg *ndef_msg, uint8_t *count, const char *operati
         *count = 0;
     if (!ndef_msg || !count)
         return nullptr;
-    require(ndef_msg->records != nullptr, "((void *)0) != ndef_msg->records", operation);
+    require_records(ndef_msg, operation);
     const Records records(*ndef_msg->records);
     size_t hits = 0;
     for (const nfc_ndef_record &record : records)
@@ -60,7 +59,7 @@ int32_t nfc_ndef_record_index_by_type_from_msg(const nfc_ndef_msg *ndef_msg, con
 {
     if (!ndef_msg)
         return -1;
-    require(ndef_msg->records != nullptr, "((void *)0) != ndef_msg->records");
+    require_records(ndef_msg);
     int32_t position = 0;
     for (const nfc_ndef_record &record : Records(*ndef_msg->records)) {
         if (nfc_ndef_record_type_equals(key, &record.record_type))

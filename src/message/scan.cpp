@@ -6,16 +6,16 @@ namespace {
 
 // Where a record stands, as far as the rules for MB, ME and chunks go.
 struct Place {
-    uint8_t position; // the MB and ME bits that it must carry, and no others
-    bool lone;        // it is one of a sequence of messages of one record each
-    bool in_run;      // it continues a run of chunks
-    bool chunked;     // there are chunks in the message; without any, the format "unchanged" breaks no rule
+    uint8_t framing; // the MB and ME bits that it must carry, and no others
+    bool lone;       // it is one of a sequence of messages of one record each
+    bool in_run;     // it continues a run of chunks
+    bool chunked;    // there are chunks in the message; without any, the format "unchanged" breaks no rule
 
-    bool begins() const { return (position & mb_bit) != 0; }
-    bool ends() const { return (position & me_bit) != 0; }
+    bool begins() const { return (framing & mb_bit) != 0; }
+    bool ends() const { return (framing & me_bit) != 0; }
 };
 
-constexpr uint8_t lone_position = mb_bit | me_bit;
+constexpr uint8_t lone_framing = mb_bit | me_bit;
 
 bool is_unchanged(const RecordView &record) { return record.format() == NFC_NDEF_TNF_UNCHANGED; }
 
@@ -23,7 +23,7 @@ bool is_unchanged(const RecordView &record) { return record.format() == NFC_NDEF
 inline bool fits(const RecordView &record, const Place &place)
 {
     const int checked = place.ends() ? mb_bit | me_bit | cf_bit : mb_bit | me_bit;
-    if (((record.flags ^ place.position) & checked) != 0)
+    if (((record.flags ^ place.framing) & checked) != 0)
         return false;
     if (place.in_run)
         return ((record.flags ^ NFC_NDEF_TNF_UNCHANGED) & (il_bit | tnf_bits)) == 0 && record.type_length == 0;
@@ -77,35 +77,45 @@ nfc_ndef_msg_report Scan::read(ByteView message)
         return verdict(NFC_NDEF_MSG_BAD_ARGUMENTS, 0, 0);
 
     Fault fault{NFC_NDEF_MSG_VALID, 0};
+    Reader in(message);
+    size_t left = message.size();
     size_t joined = 0; // chunks that others of their run follow
     size_t count = 0;
-    size_t at = 0;
-    for (; at < message.size(); at += records_[count++].length()) {
-        if (count == most_records)
+    for (; left != 0; left = in.left()) {
+        RecordView record;
+        if (count == most_read)
             fault = {NFC_NDEF_MSG_TOO_MANY_RECORDS, 0};
         else
-            fault = find_record(message.subspan(at), records_[count]);
+            fault = find_record(in, record);
         if (fault.reason != NFC_NDEF_MSG_VALID)
             break;
-        joined += records_[count].has(cf_bit);
+        joined += record.has(cf_bit);
+        records_[count++] = record;
     }
+    const size_t at = message.size() - left;
     count_ = count;
 
-    const bool bytes_left = at < message.size();
+    const bool bytes_left = left != 0;
     const bool lone = count != 0 && is_generic_control(records_[0]);
-    Place place{.position = lone ? lone_position : mb_bit, .lone = lone, .in_run = false, .chunked = joined != 0};
+    Place place{.framing = lone ? lone_framing : mb_bit, .lone = lone, .in_run = false, .chunked = joined != 0};
     for (size_t i = 0; i < count; ++i) {
         const RecordView &record = records_[i];
         const bool last = i + 1 == count;
         if (last && !bytes_left)
-            place.position |= me_bit;
+            place.framing |= me_bit;
         if (!fits(record, place)) {
-            const nfc_ndef_msg_reason reason = broken_rule(record, place);
-            if (reason == NFC_NDEF_MSG_ME_EARLY && last)
-                return verdict(NFC_NDEF_MSG_BYTES_LEFT_OVER, count, at);
-            return verdict(reason, i, static_cast<size_t>(record.header - message.data()));
+            nfc_ndef_msg_reason reason = broken_rule(record, place);
+            if (reason == NFC_NDEF_MSG_ME_EARLY && last) {
+                // Nothing that is a record follows, so this one ends the message; unless it cannot, that is its only
+                // fault.
+                place.framing |= me_bit;
+                if (fits(record, place))
+                    return verdict(NFC_NDEF_MSG_BYTES_LEFT_OVER, count, at);
+                reason = broken_rule(record, place);
+            }
+            return verdict(reason, i, static_cast<size_t>(record.header() - message.data()));
         }
-        place.position = lone ? lone_position : 0;
+        place.framing = lone ? lone_framing : 0;
         place.in_run = record.has(cf_bit);
     }
     if (bytes_left)
@@ -131,7 +141,7 @@ RecordPtr WholeRecord::join() const
     first_->describe(*record);
     record->me = last_->has(me_bit);
     record->cf = 0;
-    record->sr = payload_length_ <= 255;
+    record->sr = payload_length_ <= longest_short_payload;
     record->payload_length = payload_length_;
     record->parsed_length = 2 + uint32_t{first_->type_length} + (record->il ? 1u + record->id_length : 0u) +
                             (record->sr ? 1u : 4u) + payload_length_;

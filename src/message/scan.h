@@ -1,4 +1,4 @@
-// Reading a message in place: every record found, every rule of NFC Forum NDEF 1.0 applied, nothing allocated. The
+// Reading a message in place: every record found, every rule applied, nothing allocated. The
 // parser, the check and the nested types all stand on it.
 #pragma once
 
@@ -43,8 +43,7 @@ public:
     bool valid() const { return report_.reason == NFC_NDEF_MSG_VALID; }
     const nfc_ndef_msg_report &report() const { return report_; }
 
-    // Hands each whole record of a valid message to the visitor, in order, until it returns false; tells whether it did
-    // not.
+    // Hands each whole record of a valid message to the visitor, in order; false as soon as the visitor returns false.
     template <class Visit> bool each(Visit visit) const
     {
         const RecordView *const end = records_.data() + count_;
@@ -62,12 +61,12 @@ public:
     size_t position(const WholeRecord &record) const { return static_cast<size_t>(record.first() - records_.data()); }
     WholeRecord at(size_t position) const { return WholeRecord{records_.data() + position}; }
 
-    static constexpr size_t most_records = 254;
+    static constexpr size_t most_read = 254;
 
 private:
     nfc_ndef_msg_report read(ByteView message);
 
-    std::array<RecordView, most_records> records_; // the first count_ are set
+    std::array<RecordView, most_read> records_; // the first count_ are set
     size_t count_ = 0;
     nfc_ndef_msg_report report_;
 };

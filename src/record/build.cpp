@@ -15,7 +15,7 @@ RecordPtr record_of(const nfc_ndef_record_type &type, Payload &payload, ByteView
     record->id_length = static_cast<uint8_t>(id.size());
     if (!copy_bytes(*record, {type.name, type.name_length}, id, {}))
         return nullptr;
-    record->sr = payload.size() < 255;
+    record->sr = payload.size() < flagged_short_below;
     record->payload_length = payload.size();
     record->payload = payload.release();
     return record;

@@ -11,15 +11,17 @@ uint32_t nfc_ndef_record_to_byte_array(const nfc_ndef_record *record, uint8_t **
     if (!*byte_array)
         return 0;
     Writer out({*byte_array, length});
-    nfc_ndef_record_write_to_byte_array(*record, out, position_bits(*record));
+    nfc_ndef_record_write_to_byte_array(*record, out, framing_bits(*record));
     return length;
 }
 
 nfc_ndef_record *nfc_ndef_record_create_from_byte_array(const uint8_t *data, uint32_t position, uint32_t length)
 {
+    if (!data || length <= position)
+        return nullptr;
+    Reader in({data + position, length - position});
     RecordView record;
-    if (!data || length <= position ||
-        find_record({data + position, length - position}, record).reason != NFC_NDEF_MSG_VALID)
+    if (find_record(in, record).reason != NFC_NDEF_MSG_VALID)
         return nullptr;
     return record.make().release();
 }

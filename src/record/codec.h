@@ -12,22 +12,24 @@ constexpr uint8_t sr_bit = 0x10;
 constexpr uint8_t il_bit = 0x08;
 constexpr uint8_t tnf_bits = 0x07;
 
+constexpr uint32_t header_length_of(uint8_t flags) { return 3u + (flags & sr_bit ? 0 : 3) + (flags & il_bit ? 1 : 0); }
+
 // One record in the bytes that hold it: found and checked against their end, nothing copied. Kept small, because a
 // whole message is read into an array of these on the stack.
 struct RecordView {
-    const uint8_t *header;
+    const uint8_t *body; // what follows the header: type, id and payload
     uint32_t payload_length;
     uint8_t flags; // the header byte
-    uint8_t header_length;
     uint8_t type_length;
     uint8_t id_length;
 
     bool has(uint8_t bit) const { return (flags & bit) != 0; }
     uint8_t format() const { return flags & tnf_bits; }
-    ByteView type() const { return {header + header_length, type_length}; }
-    ByteView id() const { return {type().data() + type_length, id_length}; }
-    ByteView payload() const { return {id().data() + id_length, payload_length}; }
-    uint32_t length() const { return header_length + uint32_t{type_length} + id_length + payload_length; }
+    ByteView type() const { return {body, type_length}; }
+    ByteView id() const { return {body + type_length, id_length}; }
+    ByteView payload() const { return {body + type_length + id_length, payload_length}; }
+    uint32_t length() const { return header_length_of(flags) + type_length + id_length + payload_length; }
+    const uint8_t *header() const { return body - header_length_of(flags); }
 
     // A type that points into the bytes.
     nfc_ndef_record_type borrowed_type() const
@@ -67,43 +69,50 @@ struct Fault {
     size_t offset;
 };
 
-// Finds the record at the front of the bytes; the view is set only when the reason is NFC_NDEF_MSG_VALID.
-[[gnu::always_inline]] inline Fault find_record(ByteView bytes, RecordView &record)
+// Whether a header has a format that restricts the lengths.
+constexpr bool has_format_rule(uint8_t flags)
 {
-    Reader in(bytes);
-    const uint8_t flags = in.u8();
-    const uint8_t type_length = in.u8();
-    uint32_t payload_length = in.u8();
-    uint8_t id_length = 0;
-    if ((flags & (sr_bit | il_bit)) != sr_bit) [[unlikely]] { // not the straight path: a long payload, or an id
-        if (!(flags & sr_bit))
-            payload_length = payload_length << 24 | uint32_t{in.be<uint16_t>()} << 8 | in.u8();
-        if (flags & il_bit)
-            id_length = in.u8();
+    constexpr unsigned ruled = 1u << NFC_NDEF_TNF_EMPTY | 1u << NFC_NDEF_TNF_UNKNOWN | 1u << NFC_NDEF_TNF_RESERVED;
+    return (ruled >> (flags & tnf_bits) & 1) != 0;
+}
+
+// Finds the record at the front and steps over it. Only when the reason is NFC_NDEF_MSG_VALID, the view is set and the
+// reader stands behind the record.
+[[gnu::always_inline]] inline Fault find_record(Reader &in, RecordView &record)
+{
+    record.flags = in.u8();
+    record.type_length = in.u8();
+    record.payload_length = in.u8();
+    record.id_length = 0;
+    if ((record.flags & (sr_bit | il_bit)) != sr_bit) [[unlikely]] { // not the straight path: a long payload, or an id
+        if (!record.has(sr_bit)) {
+            const uint32_t middle = in.be<uint16_t>();
+            record.payload_length = record.payload_length << 24 | middle << 8 | in.u8();
+        }
+        if (record.has(il_bit))
+            record.id_length = in.u8();
     }
     if (!in.ok())
         return {NFC_NDEF_MSG_HEADER_CUT_SHORT, 0};
-    const size_t header_length = bytes.size() - in.left();
-
-    const uint8_t format = flags & tnf_bits;
-    if (format == NFC_NDEF_TNF_EMPTY && (type_length | id_length | payload_length) != 0)
-        return {NFC_NDEF_MSG_EMPTY_WITH_LENGTHS, 0};
-    if ((format == NFC_NDEF_TNF_UNKNOWN || format == NFC_NDEF_TNF_RESERVED) && type_length != 0)
-        return {NFC_NDEF_MSG_TYPE_NOT_ALLOWED, 0};
-
-    if (uint64_t{type_length} + id_length + payload_length > in.left()) {
-        if (type_length > in.left())
-            return {NFC_NDEF_MSG_TYPE_PAST_END, header_length};
-        if (size_t{type_length} + id_length > in.left())
-            return {NFC_NDEF_MSG_ID_PAST_END, header_length + type_length};
-        return {NFC_NDEF_MSG_PAYLOAD_PAST_END, header_length + type_length + id_length};
+    if (has_format_rule(record.flags)) [[unlikely]] {
+        const bool empty = record.format() == NFC_NDEF_TNF_EMPTY;
+        if (empty && (record.type_length | record.id_length | record.payload_length) != 0)
+            return {NFC_NDEF_MSG_EMPTY_WITH_LENGTHS, 0};
+        if (!empty && record.type_length != 0)
+            return {NFC_NDEF_MSG_TYPE_NOT_ALLOWED, 0};
     }
-    record = {.header = bytes.data(),
-              .payload_length = payload_length,
-              .flags = flags,
-              .header_length = static_cast<uint8_t>(header_length),
-              .type_length = type_length,
-              .id_length = id_length};
+
+    const size_t left = in.left();
+    const uint64_t body_length = uint64_t{record.payload_length} + record.type_length + record.id_length;
+    if (body_length > left) [[unlikely]] {
+        const size_t header_length = header_length_of(record.flags);
+        if (record.type_length > left)
+            return {NFC_NDEF_MSG_TYPE_PAST_END, header_length};
+        if (size_t{record.type_length} + record.id_length > left)
+            return {NFC_NDEF_MSG_ID_PAST_END, header_length + record.type_length};
+        return {NFC_NDEF_MSG_PAYLOAD_PAST_END, header_length + record.type_length + record.id_length};
+    }
+    record.body = in.take(static_cast<size_t>(body_length)).data();
     return {NFC_NDEF_MSG_VALID, 0};
 }
 
@@ -133,19 +142,19 @@ inline uint32_t nfc_ndef_record_get_byte_array_length(const nfc_ndef_record &rec
 }
 
 // The MB, ME and CF bits of a record's own flags.
-inline uint8_t position_bits(const nfc_ndef_record &record)
+inline uint8_t framing_bits(const nfc_ndef_record &record)
 {
     return static_cast<uint8_t>((record.mb ? mb_bit : 0) | (record.me ? me_bit : 0) | (record.cf ? cf_bit : 0));
 }
 
-// Writes a record that has a length; `position` holds the MB, ME and CF bits.
+// Writes a record that has a length; `framing` holds the MB, ME and CF bits.
 [[gnu::always_inline]] inline void nfc_ndef_record_write_to_byte_array(const nfc_ndef_record &record, Writer &out,
-                                                                       uint8_t position)
+                                                                       uint8_t framing)
 {
     const nfc_ndef_record_type &type = record.record_type;
     const bool is_short = record.payload_length <= longest_short_payload;
     const auto flags =
-        static_cast<uint8_t>(position | (is_short ? sr_bit : 0) | (record.id ? il_bit : 0) | (type.format & tnf_bits));
+        static_cast<uint8_t>(framing | (is_short ? sr_bit : 0) | (record.id ? il_bit : 0) | (type.format & tnf_bits));
     if (is_short) {
         const uint8_t header[]{flags, type.name_length, static_cast<uint8_t>(record.payload_length)};
         out.bytes(header);

@@ -6,9 +6,6 @@ namespace {
 
 bool paired(const void *bytes, size_t length) { return (bytes != nullptr) == (length != 0); }
 
-// The bytes of a field of a record that may be inconsistent.
-ByteView bytes_of(const uint8_t *field, size_t length) { return {field, field ? length : 0}; }
-
 } // namespace
 
 RecordPtr copy_record(const nfc_ndef_record &source)
@@ -52,7 +49,7 @@ nfc_ndef_record *nfc_ndef_record_create_from_param(const nfc_ndef_record_type *t
     record->record_type.name_length = static_cast<uint8_t>(name.size());
     record->il = id != nullptr;
     record->id_length = id_length;
-    record->sr = payload && payload_length < 255;
+    record->sr = payload && payload_length < flagged_short_below;
     record->payload_length = payload_length;
     return copy_bytes(*record, name, {id, id_length}, {payload, payload_length}) ? record.release() : nullptr;
 }

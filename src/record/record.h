@@ -32,6 +32,10 @@ inline ByteView payload_of(const nfc_ndef_record *record)
     return {payload, length};
 }
 
+// Constructors set the Short Record flag below this length. The encoder, which does not look at the flag, writes a
+// payload of exactly this length in the short form too.
+constexpr uint32_t flagged_short_below = 255;
+
 // A new record without type, id and payload, of unknown format; or null.
 [[nodiscard]] inline RecordPtr nfc_ndef_record_create_empty()
 {

@@ -99,18 +99,18 @@ int8_t rtdlib_alternative_carrier_record_extract(const nfc_ndef_record *record, 
     for (uint8_t i = 0; i < count; ++i)
         payload.take(payload.u8());
     if (!payload.ok())
-        return bad_arguments;
+        return failure;
 
     *cps = flags & power_state_bits;
     *carrier_data_ref_length = length;
     *carrier_data_ref = nullptr;
     if (!is_reference(reference))
-        return bad_arguments;
+        return failure;
 
     *aux_data_ref_count = 0;
     uint8_t *reference_copy = nullptr;
     if (!copy_to(reference_copy, reference))
-        return bad_arguments;
+        return failure;
     Block<uint8_t> reference_owner{reference_copy};
     if (count != 0) {
         *aux_data_ref_lengths = nullptr;
@@ -119,7 +119,7 @@ int8_t rtdlib_alternative_carrier_record_extract(const nfc_ndef_record *record, 
         Reader in = auxiliary;
         for (uint8_t i = 0; i < count; ++i)
             if (!references.add(in.take(in.u8())))
-                return bad_arguments;
+                return failure;
         references.release(aux_data_ref_lengths, aux_data_refs);
     }
     *carrier_data_ref = reference_owner.release();

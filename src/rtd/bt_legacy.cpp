@@ -12,6 +12,8 @@ namespace {
 
 constexpr uint8_t longest_name = 248;
 constexpr uint64_t fixed_size = 11;
+constexpr std::string_view type_name = VENDOR_DOMAIN ":bt";
+static_assert(type_name.size() <= UINT8_MAX, "a type name holds at most 255 bytes");
 
 // How many bytes of pairing data a pairing type announces; none for an unknown type.
 std::optional<uint8_t> pairing_data_length_of(uint8_t pairing_type)
@@ -32,9 +34,10 @@ nfc_ndef_record *rtdlib_bt_configuration_data_record_create(const nfc_ndef_bt_rt
 {
     if (!fields || !is_optional_id(id, id_length, id_present))
         return nullptr;
-    const ByteView pairing_data{fields->pairing_data, fields->pairing_data_length};
-    const ByteView name{fields->local_name, fields->local_name_length};
-    if ((fields->pairing_data != nullptr) == pairing_data.empty() || (fields->local_name != nullptr) == name.empty() ||
+    const ByteView pairing_data = bytes_of(fields->pairing_data, fields->pairing_data_length);
+    const ByteView name = bytes_of(fields->local_name, fields->local_name_length);
+    if (pairing_data.size() != fields->pairing_data_length || name.size() != fields->local_name_length ||
+        (pairing_data.empty() && fields->pairing_data) || (name.empty() && fields->local_name) ||
         pairing_data_length_of(fields->pairing_type) != fields->pairing_data_length || name.size() > longest_name)
         return nullptr;
 
@@ -45,13 +48,13 @@ nfc_ndef_record *rtdlib_bt_configuration_data_record_create(const nfc_ndef_bt_rt
         .bytes(pairing_data)
         .u8(fields->local_name_length)
         .bytes(name);
-    return record_of(type_of(NFC_NDEF_TNF_EXTERNAL, VENDOR_DOMAIN ":bt"), payload, {id, id_length}).release();
+    return record_of(type_of(NFC_NDEF_TNF_EXTERNAL, type_name), payload, {id, id_length}).release();
 }
 
 int8_t rtdlib_bt_configuration_data_record_extract(const nfc_ndef_record *record, nfc_ndef_bt_rtd_2_0_str **fields)
 {
     if (!record || !fields || *fields)
-        return bad_arguments;
+        return failure;
     *fields = new_zeroed_block<nfc_ndef_bt_rtd_2_0_str>(1).release();
     if (!*fields)
         return decoding_failed;
@@ -60,7 +63,7 @@ int8_t rtdlib_bt_configuration_data_record_extract(const nfc_ndef_record *record
     Reader in(payload_of(record));
     const uint8_t pairing_type = in.u8();
     if (!in.ok())
-        return bad_arguments;
+        return failure;
     out.pairing_type = pairing_type;
     const std::optional<uint8_t> pairing_data_length = pairing_data_length_of(pairing_type);
     if (!pairing_data_length)

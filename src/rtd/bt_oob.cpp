@@ -173,7 +173,7 @@ struct Field {
     bool paired;
 
     Field(const uint8_t *pointer, uint8_t length)
-        : bytes(pointer, pointer ? length : 0), paired((pointer != nullptr) == (length != 0))
+        : bytes(bytes_of(pointer, length)), paired((pointer != nullptr) == (length != 0))
     {
     }
     bool is_list_of(size_t unit) const { return paired && bytes.size() % unit == 0; }
@@ -278,7 +278,7 @@ nfc_ndef_record *rtdlib_bt_2_1_configuration_data_record_create(const nfc_ndef_b
 int8_t rtdlib_bt_2_1_configuration_data_record_extract(const nfc_ndef_record *record, nfc_ndef_bt_rtd_2_1_str **fields)
 {
     if (!record || !fields || *fields)
-        return bad_arguments;
+        return failure;
     *fields = new_zeroed_block<nfc_ndef_bt_rtd_2_1_str>(1).release();
     if (!*fields)
         return decoding_failed;

@@ -16,7 +16,7 @@ int8_t rtdlib_collision_resolution_record_extract(const nfc_ndef_record *record,
 {
     const ByteView payload = payload_of(record);
     if (!random_number || payload.size() != 2)
-        return bad_arguments;
+        return failure;
     *random_number = Reader(payload).be<uint16_t>();
     return success;
 }
@@ -32,7 +32,7 @@ int8_t rtdlib_handover_select_error_record_extract(const nfc_ndef_record *record
                                                    uint8_t *error_data)
 {
     if (!record || !error_reason || !error_data)
-        return bad_arguments;
+        return failure;
     const ByteView payload = payload_of(record);
     if (payload.size() != 2)
         return bad_payload;

@@ -22,7 +22,7 @@ RecordPtr make_action(uint8_t action_flag, uint8_t action_code, const nfc_ndef_r
     Payload payload(1 + uint64_t{length});
     payload.u8(record_follows);
     if (length != 0)
-        nfc_ndef_record_write_to_byte_array(*action_record, payload.writer(), position_bits(*action_record));
+        nfc_ndef_record_write_to_byte_array(*action_record, payload.writer(), framing_bits(*action_record));
     return lone_record_of(well_known("a"), payload);
 }
 
@@ -39,7 +39,7 @@ bool read_action(ByteView payload, uint8_t *action_flag, uint32_t *action_code, 
     }
     *action_record = nullptr;
     RecordView described;
-    if (find_record(in.rest(), described).reason != NFC_NDEF_MSG_VALID)
+    if (find_record(in, described).reason != NFC_NDEF_MSG_VALID)
         return true;
     *action_record = described.make().release();
     return *action_record != nullptr;
@@ -76,39 +76,39 @@ int8_t rtdlib_generic_control_record_extract(const nfc_ndef_record *record, uint
     const uint8_t config_byte = payload.u8();
     Nested nested(payload.rest(), {well_known("t"), well_known("a"), well_known("d"), well_known("Gc")});
     if (!nested.valid())
-        return bad_arguments;
+        return failure;
 
     *config = config_byte;
     if (nested.count(target) != 1 || !nested.take_first(target, target_record))
-        return bad_arguments;
+        return failure;
 
     if (nested.count(action) > 1) {
         nfc_ndef_record_delete(target_record);
-        return bad_arguments;
+        return failure;
     }
     if (nested.count(action) == 1) {
         const RecordPtr action_source = nested.first(action).make();
         if (!action_source)
-            return bad_arguments;
+            return failure;
         const ByteView described = payload_of(action_source.get());
         if (!is_action(described)) {
             nfc_ndef_record_delete(target_record);
-            return bad_arguments;
+            return failure;
         }
         if (!read_action(described, action_flag, action_code, action_record))
-            return bad_arguments;
+            return failure;
     }
 
     if (nested.count(data) > 1) {
         nfc_ndef_record_delete(target_record);
         nfc_ndef_record_delete(action_record);
-        return bad_arguments;
+        return failure;
     }
     if (!nested.take_first(data, data_record))
-        return bad_arguments;
+        return failure;
 
     *gc_count = 0;
     if (!nested.take_all({control}, gc_count, gc_records))
-        return bad_arguments;
+        return failure;
     return success;
 }

@@ -50,29 +50,29 @@ int8_t rtdlib_handover_request_record_extract(const nfc_ndef_record *record, nfc
 {
     enum : Nested::Type { collision, carrier };
     if (!record || !cr_record || !ac_count || !ac_records || *ac_records || !version)
-        return bad_arguments;
+        return failure;
     Reader payload(payload_of(record));
     const Version read{payload.u8()};
     if (!payload.ok())
-        return bad_arguments;
+        return failure;
     *version = read.byte;
     if (!read.is_read())
-        return bad_arguments;
+        return failure;
     Nested request(payload.rest(), {well_known("cr"), well_known("ac")});
     if (!request.valid())
-        return bad_arguments;
+        return failure;
 
     if (read.has_1_2_records()) {
         if (request.count(collision) != 1)
             return bad_payload;
         if (!request.take_first(collision, cr_record))
-            return bad_arguments;
+            return failure;
     } else {
         *cr_record = nullptr;
     }
 
     *ac_count = 0;
-    return request.take_all({carrier}, ac_count, ac_records) ? success : bad_arguments;
+    return request.take_all({carrier}, ac_count, ac_records) ? success : failure;
 }
 
 int8_t rtdlib_handover_select_record_extract(const nfc_ndef_record *record, uint8_t *ac_count,
@@ -81,27 +81,27 @@ int8_t rtdlib_handover_select_record_extract(const nfc_ndef_record *record, uint
 {
     enum : Nested::Type { carrier, error };
     if (!record || !ac_count || !ac_records || *ac_records || !err_record || !version)
-        return bad_arguments;
+        return failure;
     Reader payload(payload_of(record));
     const Version read{payload.u8()};
     if (!payload.ok())
-        return bad_arguments;
+        return failure;
     *version = read.byte;
     if (!read.is_read())
-        return bad_arguments;
+        return failure;
     if (payload.left() == 0) { // nothing selected, which only a record on its own may say
         if (record->mb != 1 || record->me != 1)
-            return bad_arguments;
+            return failure;
         *ac_count = 0;
         return success;
     }
     Nested select(payload.rest(), {well_known("ac"), well_known("err")});
     if (!select.valid())
-        return bad_arguments;
+        return failure;
 
     *ac_count = 0;
     if (!select.take_all({carrier}, ac_count, ac_records))
-        return bad_arguments;
+        return failure;
 
     if (read.has_1_2_records()) {
         if (select.count(error) > 1) {
@@ -109,7 +109,7 @@ int8_t rtdlib_handover_select_record_extract(const nfc_ndef_record *record, uint
             return bad_payload;
         }
         if (!select.take_first(error, err_record))
-            return bad_arguments;
+            return failure;
     }
     return success;
 }

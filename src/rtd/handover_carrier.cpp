@@ -31,7 +31,7 @@ int8_t rtdlib_handover_carrier_record_extract(const nfc_ndef_record *record, uin
     const uint8_t type_length = payload.u8();
     const ByteView type = payload.take(type_length);
     if (!payload.ok() || payload.left() > longest_carrier_data)
-        return bad_arguments;
+        return failure;
     const ByteView data = payload.rest();
 
     *ctf = format & carrier_type_format_bits;
@@ -39,11 +39,11 @@ int8_t rtdlib_handover_carrier_record_extract(const nfc_ndef_record *record, uin
     *carrier_type = nullptr;
     Block<uint8_t> type_copy = copy_of(type);
     if (!type_copy)
-        return bad_arguments;
+        return failure;
     if (!data.empty()) {
         Block<uint8_t> data_copy = copy_of(data);
         if (!data_copy)
-            return bad_arguments;
+            return failure;
         *carrier_data = data_copy.release();
         *carrier_data_length = static_cast<uint8_t>(data.size());
     }

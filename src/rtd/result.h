@@ -6,7 +6,7 @@
 namespace ndef {
 
 constexpr int8_t success = 1;
-constexpr int8_t bad_arguments = -1;
+constexpr int8_t failure = -1;
 constexpr int8_t bad_payload = 2;
 constexpr int8_t decoding_failed = 0;
 

@@ -4,6 +4,9 @@
 
 using namespace ndef;
 
+constexpr std::string_view type_name = VENDOR_DOMAIN ":she";
+static_assert(type_name.size() <= UINT8_MAX, "a type name holds at most 255 bytes");
+
 static bool is_accepted(uint8_t version) { return version >> 4 == 1 || (version & 0x0F) == 0; }
 
 nfc_ndef_record *rtdlib_sharing_enquiry_record_create(uint8_t enquiry_type, uint8_t enquiry_data_length,
@@ -13,17 +16,17 @@ nfc_ndef_record *rtdlib_sharing_enquiry_record_create(uint8_t enquiry_type, uint
         return nullptr;
     Payload payload(3 + uint64_t{enquiry_data_length});
     payload.u8(version).u8(enquiry_type).u8(enquiry_data_length).bytes({enquiry_data, enquiry_data_length});
-    return record_of(type_of(NFC_NDEF_TNF_EXTERNAL, VENDOR_DOMAIN ":she"), payload).release();
+    return record_of(type_of(NFC_NDEF_TNF_EXTERNAL, type_name), payload).release();
 }
 
 int8_t rtdlib_sharing_enquiry_record_extract(const nfc_ndef_record *record, uint8_t *enquiry_type,
                                              uint8_t *enquiry_data_length, uint8_t **enquiry_data, uint8_t *version)
 {
     if (!record || !enquiry_type || !enquiry_data_length || !enquiry_data || *enquiry_data)
-        return bad_arguments;
+        return failure;
     const ByteView payload = payload_of(record);
     if (payload.empty())
-        return bad_arguments;
+        return failure;
     Reader in(payload);
     const uint8_t version_byte = in.u8();
     const uint8_t type = in.u8();
@@ -33,7 +36,7 @@ int8_t rtdlib_sharing_enquiry_record_extract(const nfc_ndef_record *record, uint
 
     *version = version_byte;
     if (!is_accepted(version_byte))
-        return bad_arguments;
+        return failure;
     *enquiry_type = type;
     *enquiry_data_length = length;
     if (length == 0)
@@ -42,7 +45,7 @@ int8_t rtdlib_sharing_enquiry_record_extract(const nfc_ndef_record *record, uint
         return bad_payload;
     if (!copy_to(*enquiry_data, in.rest())) {
         *enquiry_data_length = 0;
-        return bad_arguments;
+        return failure;
     }
     return success;
 }

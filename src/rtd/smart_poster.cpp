@@ -46,30 +46,30 @@ int8_t rtdlib_smart_poster_record_extract(const nfc_ndef_record *record, uint8_t
                    type_of(NFC_NDEF_TNF_MIME, "image*"), type_of(NFC_NDEF_TNF_MIME, "video*")});
 
     if (!poster.valid() || poster.count(uri) != 1 || !poster.take_first(uri, uri_record))
-        return bad_arguments;
+        return failure;
 
     *title_count = 0;
     if (!poster.take_all({title}, title_count, titles) || !poster.take_first(type, type_record))
-        return bad_arguments;
+        return failure;
 
     if (poster.count(size) != 0 && poster.first(size).payload_length() != size_payload_length)
-        return bad_arguments;
+        return failure;
     if (!poster.take_first(size, size_record))
-        return bad_arguments;
+        return failure;
 
     *action = no_action;
     if (poster.count(act) != 0) {
         if (poster.first(act).payload_length() != action_payload_length)
-            return bad_arguments;
+            return failure;
         *action = poster.first(act).first_payload_byte();
         poster.drop_first(act);
     }
 
     if (!poster.take_all({image, video}, icon_count, icons))
-        return bad_arguments;
+        return failure;
 
     *other_count = 0;
     if (!poster.take_all({Nested::any}, other_count, other_records))
-        return bad_arguments;
+        return failure;
     return success;
 }

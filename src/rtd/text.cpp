@@ -27,13 +27,13 @@ int8_t rtdlib_text_record_extract(const nfc_ndef_record *record, uint8_t *utf16,
     Reader payload(payload_of(record));
     const uint8_t status = payload.u8();
     if (!payload.ok())
-        return bad_arguments;
+        return failure;
     *utf16 = (status & utf16_bit) != 0;
     *language_code_length = status & language_length_bits;
     const ByteView language = payload.take(*language_code_length);
     const ByteView rest = payload.rest();
     if (rest.empty())
-        return bad_arguments;
+        return failure;
     if (!language.empty())
         *language_code = copy_of(language).release();
     *text_length = static_cast<uint32_t>(rest.size());

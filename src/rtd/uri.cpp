@@ -29,13 +29,13 @@ int8_t rtdlib_uri_record_extract(const nfc_ndef_record *record, uint8_t *identif
     Reader payload(payload_of(record));
     const uint8_t code = payload.u8();
     if (!payload.ok())
-        return bad_arguments;
+        return failure;
     const ByteView field = payload.rest();
     *identifier_code = code;
     *uri_field = nullptr;
     *uri_field_length = 0;
     if (has_control_byte(field))
-        return bad_arguments;
+        return failure;
     *uri_field_length = static_cast<uint32_t>(field.size());
     if (!field.empty())
         *uri_field = copy_of(field).release();
