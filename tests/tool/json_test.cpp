@@ -121,6 +121,24 @@ TEST(Json, TakesATypedFormOnlyWhereItGivesTheSameBytes)
     }
 }
 
+TEST(Json, KeepsWhatIsNestedDeeperThanItGoes)
+{
+    std::string poster, wrapped = raw("D1010155 00");
+    for (int depth = 0; depth < 12; ++depth) {
+        const auto length = static_cast<char>(poster.size());
+        poster = raw("9101015500") +
+                 (poster.empty() ? raw("51030161637400") : raw("11030161637400") + "\x51\x02" + length + "Sp" + poster);
+        wrapped = raw("D102") + static_cast<char>(wrapped.size()) + "Sp" + wrapped;
+    }
+    const std::string typed = raw("D102") + static_cast<char>(poster.size()) + "Sp" + poster;
+    for (const std::string &message : {typed, wrapped}) {
+        const auto written = ndef({"json"}, message);
+        EXPECT_EQ(Json::parse(written.out)["records"][0].contains("records"), message == wrapped);
+        const auto made = ndef({"make", "json"}, written.out);
+        EXPECT_EQ(hex_of(made.out), hex_of(message)) << made.err;
+    }
+}
+
 // A message of one record with these members.
 std::string one(const std::string &members) { return R"({"records": [{)" + members + "}]}"; }
 

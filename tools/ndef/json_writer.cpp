@@ -17,9 +17,9 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-Json json_of(const model::Record &record, unsigned nesting, bool with_flags = false);
+Json json_of(const model::Record &record, const model::Nesting &nesting, bool with_flags = false);
 
-Json json_of(const model::Records &records, unsigned nesting)
+Json json_of(const model::Records &records, const model::Nesting &nesting)
 {
     Json array = Json::array();
     for (const model::Record &record : records)
@@ -32,7 +32,7 @@ class JsonWriter {
 public:
     template <class T> using Value = const T;
 
-    JsonWriter(Json &object, unsigned nesting) : object_(object), nesting_(nesting) {}
+    JsonWriter(Json &object, model::Nesting nesting) : object_(object), nesting_(std::move(nesting)) {}
     bool ok() const { return ok_; }
 
     void flag(std::string_view name, bool value) { set(name, value); }
@@ -108,19 +108,19 @@ public:
         if (flag != 0)
             number("action_code", control.action_code);
         if (control.action_record)
-            set("action_record", json_of(*control.action_record, nesting_ + 1, true));
+            set("action_record", json_of(*control.action_record, nesting_.inner(), true));
     }
 
     void record(std::string_view name, const model::RecordPtr &value, std::string_view, Presence = Presence::optional)
     {
         if (value)
-            set(name, json_of(*value, nesting_ + 1));
+            set(name, json_of(*value, nesting_.inner()));
     }
 
     void records(std::string_view name, const model::Records &values, std::string_view = {})
     {
         if (!values.empty())
-            set(name, json_of(values, nesting_ + 1));
+            set(name, json_of(values, nesting_.inner()));
     }
 
     template <class T> void objects(std::string_view name, const std::vector<T> &values)
@@ -147,13 +147,13 @@ private:
     void set(std::string_view name, Json value) { object_[std::string(name)] = std::move(value); }
 
     Json &object_;
-    unsigned nesting_;
+    model::Nesting nesting_;
     bool ok_ = true;
 };
 
 void write_flags_and_id(Json &object, const model::Record &record, bool with_flags)
 {
-    JsonWriter fields(object, 0);
+    JsonWriter fields(object, {});
     if (with_flags) {
         fields.flag("mb", record.mb);
         fields.flag("me", record.me);
@@ -163,11 +163,11 @@ void write_flags_and_id(Json &object, const model::Record &record, bool with_fla
 }
 
 // The payload as the bytes before a nested message and the message, when the two give exactly the payload again.
-void write_payload(Json &object, const model::Record &record, unsigned nesting)
+void write_payload(Json &object, const model::Record &record, const model::Nesting &nesting)
 {
     JsonWriter fields(object, nesting);
     if (const std::optional<size_t> prefix = nested_prefix_length(record)) {
-        const std::optional<model::Records> nested = model::decode_nested(record.payload, *prefix, nesting + 1);
+        const std::optional<model::Records> nested = model::decode_nested(record.payload, *prefix, nesting.inner());
         model::Bytes again = record.payload;
         again.resize(nested ? *prefix : 0);
         const model::Bytes before = again;
@@ -182,7 +182,7 @@ void write_payload(Json &object, const model::Record &record, unsigned nesting)
     fields.bytes("payload", record.payload);
 }
 
-Json json_of(const model::Record &record, unsigned nesting, bool with_flags)
+Json json_of(const model::Record &record, const model::Nesting &nesting, bool with_flags)
 {
     if (record.exact) {
         Json object{{"kind", kinds[record.content.index()]}};
@@ -240,7 +240,7 @@ std::string escape_controls(const std::string &json)
 
 std::string to_json(const model::Records &message)
 {
-    return escape_controls(Json{{"records", json_of(message, 0)}}.dump(2)) + '\n';
+    return escape_controls(Json{{"records", json_of(message, model::Nesting())}}.dump(2)) + '\n';
 }
 
 } // namespace tool

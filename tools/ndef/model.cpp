@@ -10,7 +10,7 @@ namespace model {
 
 namespace {
 
-using Read = Content (*)(const nfc_ndef_record &, unsigned nesting);
+using Read = Content (*)(const nfc_ndef_record &, const Nesting &nesting);
 
 struct WellKnown {
     std::string_view name;
@@ -39,7 +39,7 @@ bool is_of_the_type_of(const nfc_ndef_record &record, const nfc_ndef::Record &bu
     return nfc_ndef_record_type_equals(nfc_ndef_record_get_record_type(built.get()), &record.record_type) == 1;
 }
 
-Content read_content(const nfc_ndef_record &record, unsigned nesting)
+Content read_content(const nfc_ndef_record &record, const Nesting &nesting)
 {
     const nfc_ndef_record_type &type = record.record_type;
     if (type.format == NFC_NDEF_TNF_WELL_KNOWN) {
@@ -82,7 +82,7 @@ void append(Bytes &bytes, const uint8_t *more, size_t length) { bytes.insert(byt
 
 nfc_ndef::Record make(const Generic &) { return nullptr; }
 
-Record decode(const nfc_ndef_record &record, unsigned nesting)
+Record decode(const nfc_ndef_record &record, const Nesting &nesting)
 {
     Record decoded;
     decoded.format = record.record_type.format;
@@ -92,14 +92,14 @@ Record decode(const nfc_ndef_record &record, unsigned nesting)
     decoded.mb = record.mb != 0;
     decoded.me = record.me != 0;
     decoded.cf = record.cf != 0;
-    if (nesting <= max_nesting)
+    if (nesting.enter())
         decoded.content = read_content(record, nesting);
     const nfc_ndef::Record rebuilt = make(decoded.content);
     decoded.exact = rebuilt && equal(decoded, *rebuilt);
     return decoded;
 }
 
-Records decode(const nfc_ndef_msg &message, unsigned nesting)
+Records decode(const nfc_ndef_msg &message, const Nesting &nesting)
 {
     Records records;
     const uint8_t count = nfc_ndef_msg_get_number_of_records(&message);
@@ -173,9 +173,9 @@ std::optional<size_t> nested_prefix_length(const Record &record)
     return std::nullopt;
 }
 
-std::optional<Records> decode_nested(const Bytes &payload, size_t prefix_length, unsigned nesting)
+std::optional<Records> decode_nested(const Bytes &payload, size_t prefix_length, const Nesting &nesting)
 {
-    if (nesting > max_nesting || payload.size() <= prefix_length)
+    if (!nesting.reachable() || payload.size() <= prefix_length)
         return std::nullopt;
     const nfc_ndef::Message message(nfc_ndef_msg_create_by_msg_offset(
         payload.data() + prefix_length, 0, static_cast<uint32_t>(payload.size() - prefix_length)));
@@ -189,11 +189,11 @@ ExtractedRecords::~ExtractedRecords()
     os_block_dealloc(records);
 }
 
-Records ExtractedRecords::decode(unsigned nesting) const
+Records ExtractedRecords::decode(const Nesting &nesting) const
 {
     Records decoded;
     for (uint8_t i = 0; i < count; ++i)
-        decoded.push_back(model::decode(*records[i], nesting + 1));
+        decoded.push_back(model::decode(*records[i], nesting.inner()));
     return decoded;
 }
 
@@ -212,9 +212,9 @@ bool LentRecords::ok() const
     return fit_in_a_byte(pointers_.size()) && std::ranges::find(pointers_, nullptr) == pointers_.end();
 }
 
-RecordPtr decode_optional(const nfc_ndef::Record &record, unsigned nesting)
+RecordPtr decode_optional(const nfc_ndef::Record &record, const Nesting &nesting)
 {
-    return record ? std::make_unique<Record>(decode(*record, nesting + 1)) : nullptr;
+    return record ? std::make_unique<Record>(decode(*record, nesting.inner())) : nullptr;
 }
 
 nfc_ndef::Record to_optional_handle(const RecordPtr &record) { return record ? to_handle(*record) : nullptr; }

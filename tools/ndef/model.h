@@ -139,12 +139,40 @@ struct Record {
     bool exact = false; // building the content again gives this type and this payload, byte for byte
 };
 
-// Records nested deeper than this stay Generic.
-constexpr unsigned max_nesting = 8;
+constexpr unsigned max_nesting = 8;          // records around a record
+constexpr size_t max_records_in_all = 16384; // with those nested in others
 
-// Reads a record and those nested in it; `nesting` is how many records are around it.
-Record decode(const nfc_ndef_record &record, unsigned nesting = 0);
-Records decode(const nfc_ndef_msg &message, unsigned nesting = 0);
+// Where a record is. Records nested too deep, or found after too many others, stay Generic: a few megabytes can hold
+// millions. Copies share the count.
+class Nesting {
+public:
+    Nesting inner() const
+    {
+        Nesting deeper = *this;
+        ++deeper.depth_;
+        return deeper;
+    }
+
+    // Counts a record, and tells whether to look into it for others.
+    bool enter() const
+    {
+        if (depth_ >= max_nesting || *left_ == 0)
+            return false;
+        --*left_;
+        return true;
+    }
+
+    // Whether there may be a record here at all.
+    bool reachable() const { return depth_ <= max_nesting && *left_ > 0; }
+
+private:
+    unsigned depth_ = 0;
+    std::shared_ptr<size_t> left_ = std::make_shared<size_t>(max_records_in_all);
+};
+
+// Reads a record and those nested in it.
+Record decode(const nfc_ndef_record &record, const Nesting &nesting = {});
+Records decode(const nfc_ndef_msg &message, const Nesting &nesting = {});
 
 // Builds a record of this content, which is not Generic; none when its builder refuses the values.
 std::optional<Record> build(Content content, Bytes id = {});
@@ -157,7 +185,7 @@ nfc_ndef::Record to_handle(const Record &record);
 std::optional<Bytes> encode(const Records &message);
 
 // A message nested in a payload, behind its first `prefix_length` bytes; none when these bytes are not a message.
-std::optional<Records> decode_nested(const Bytes &payload, size_t prefix_length, unsigned nesting);
+std::optional<Records> decode_nested(const Bytes &payload, size_t prefix_length, const Nesting &nesting);
 
 // How many bytes precede the message nested in a record of this type; none for a type that nests no message.
 std::optional<size_t> nested_prefix_length(const Record &record);

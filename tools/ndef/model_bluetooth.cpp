@@ -34,7 +34,7 @@ void read_list_types(const nfc_ndef_record &record, BluetoothOob &bluetooth)
 
 } // namespace
 
-Content read_bluetooth_oob(const nfc_ndef_record &record, unsigned)
+Content read_bluetooth_oob(const nfc_ndef_record &record, const Nesting &)
 {
     nfc_ndef::BluetoothOob fields;
     if (rtdlib_bt_2_1_configuration_data_record_extract(&record, out(fields)) != 1)
@@ -101,7 +101,7 @@ nfc_ndef::Record make(const BluetoothOob &bluetooth)
         bluetooth.uuid128_list_type, nullptr, 0, 0));
 }
 
-Content read_bluetooth_legacy(const nfc_ndef_record &record, unsigned)
+Content read_bluetooth_legacy(const nfc_ndef_record &record, const Nesting &)
 {
     nfc_ndef::BluetoothLegacy fields;
     if (rtdlib_bt_configuration_data_record_extract(&record, out(fields)) != 1)
@@ -130,7 +130,7 @@ nfc_ndef::Record make(const BluetoothLegacy &bluetooth)
     return nfc_ndef::Record(rtdlib_bt_configuration_data_record_create(&fields, nullptr, 0, 0));
 }
 
-Content read_sharing_enquiry(const nfc_ndef_record &record, unsigned)
+Content read_sharing_enquiry(const nfc_ndef_record &record, const Nesting &)
 {
     SharingEnquiry enquiry;
     uint8_t length = 0;

@@ -27,7 +27,7 @@ struct References {
 
 } // namespace
 
-Content read_handover_request(const nfc_ndef_record &record, unsigned nesting)
+Content read_handover_request(const nfc_ndef_record &record, const Nesting &nesting)
 {
     HandoverRequest request;
     nfc_ndef::Record collision;
@@ -51,7 +51,7 @@ nfc_ndef::Record make(const HandoverRequest &request)
         rtdlib_handover_request_record_create(collision.get(), carriers.count(), carriers.data(), request.version));
 }
 
-Content read_handover_select(const nfc_ndef_record &record, unsigned nesting)
+Content read_handover_select(const nfc_ndef_record &record, const Nesting &nesting)
 {
     HandoverSelect select;
     nfc_ndef::Record error;
@@ -75,7 +75,7 @@ nfc_ndef::Record make(const HandoverSelect &select)
         rtdlib_handover_select_record_create(carriers.count(), carriers.data(), error.get(), select.version));
 }
 
-Content read_handover_carrier(const nfc_ndef_record &record, unsigned)
+Content read_handover_carrier(const nfc_ndef_record &record, const Nesting &)
 {
     uint32_t ctf = 0;
     uint8_t type_length = 0, data_length = 0;
@@ -99,7 +99,7 @@ nfc_ndef::Record make(const HandoverCarrier &carrier)
         static_cast<uint8_t>(carrier.carrier_data.size()), pointer_to(carrier.carrier_data)));
 }
 
-Content read_alternative_carrier(const nfc_ndef_record &record, unsigned)
+Content read_alternative_carrier(const nfc_ndef_record &record, const Nesting &)
 {
     uint32_t cps = 0;
     uint8_t length = 0;
@@ -132,7 +132,7 @@ nfc_ndef::Record make(const AlternativeCarrier &carrier)
         static_cast<uint8_t>(lengths.size()), pointer_to(lengths), references.data()));
 }
 
-Content read_collision_resolution(const nfc_ndef_record &record, unsigned)
+Content read_collision_resolution(const nfc_ndef_record &record, const Nesting &)
 {
     CollisionResolution resolution;
     if (rtdlib_collision_resolution_record_extract(&record, &resolution.random_number) != 1)
@@ -145,7 +145,7 @@ nfc_ndef::Record make(const CollisionResolution &resolution)
     return nfc_ndef::Record(rtdlib_collision_resolution_record_create(resolution.random_number));
 }
 
-Content read_handover_select_error(const nfc_ndef_record &record, unsigned)
+Content read_handover_select_error(const nfc_ndef_record &record, const Nesting &)
 {
     HandoverSelectError error;
     if (rtdlib_handover_select_error_record_extract(&record, &error.error_reason, &error.error_data) != 1)

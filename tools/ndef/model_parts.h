@@ -10,19 +10,19 @@ namespace model {
 // What each gives for a payload that the library's extractor refuses.
 constexpr Generic malformed{true};
 
-Content read_text(const nfc_ndef_record &record, unsigned nesting);
-Content read_uri(const nfc_ndef_record &record, unsigned nesting);
-Content read_smart_poster(const nfc_ndef_record &record, unsigned nesting);
-Content read_generic_control(const nfc_ndef_record &record, unsigned nesting);
-Content read_handover_request(const nfc_ndef_record &record, unsigned nesting);
-Content read_handover_select(const nfc_ndef_record &record, unsigned nesting);
-Content read_handover_carrier(const nfc_ndef_record &record, unsigned nesting);
-Content read_alternative_carrier(const nfc_ndef_record &record, unsigned nesting);
-Content read_collision_resolution(const nfc_ndef_record &record, unsigned nesting);
-Content read_handover_select_error(const nfc_ndef_record &record, unsigned nesting);
-Content read_bluetooth_oob(const nfc_ndef_record &record, unsigned nesting);
-Content read_bluetooth_legacy(const nfc_ndef_record &record, unsigned nesting);
-Content read_sharing_enquiry(const nfc_ndef_record &record, unsigned nesting);
+Content read_text(const nfc_ndef_record &record, const Nesting &nesting);
+Content read_uri(const nfc_ndef_record &record, const Nesting &nesting);
+Content read_smart_poster(const nfc_ndef_record &record, const Nesting &nesting);
+Content read_generic_control(const nfc_ndef_record &record, const Nesting &nesting);
+Content read_handover_request(const nfc_ndef_record &record, const Nesting &nesting);
+Content read_handover_select(const nfc_ndef_record &record, const Nesting &nesting);
+Content read_handover_carrier(const nfc_ndef_record &record, const Nesting &nesting);
+Content read_alternative_carrier(const nfc_ndef_record &record, const Nesting &nesting);
+Content read_collision_resolution(const nfc_ndef_record &record, const Nesting &nesting);
+Content read_handover_select_error(const nfc_ndef_record &record, const Nesting &nesting);
+Content read_bluetooth_oob(const nfc_ndef_record &record, const Nesting &nesting);
+Content read_bluetooth_legacy(const nfc_ndef_record &record, const Nesting &nesting);
+Content read_sharing_enquiry(const nfc_ndef_record &record, const Nesting &nesting);
 
 // Each gives null for values that the library's builder refuses. The record has no id.
 nfc_ndef::Record make(const Generic &);
@@ -74,7 +74,7 @@ public:
     ExtractedRecords(const ExtractedRecords &) = delete;
     ExtractedRecords &operator=(const ExtractedRecords &) = delete;
     ~ExtractedRecords();
-    Records decode(unsigned nesting) const;
+    Records decode(const Nesting &nesting) const;
 
     uint8_t count = 0;
     nfc_ndef_record **records = nullptr;
@@ -96,7 +96,7 @@ private:
 };
 
 // A record that a part may lack.
-RecordPtr decode_optional(const nfc_ndef::Record &record, unsigned nesting);
+RecordPtr decode_optional(const nfc_ndef::Record &record, const Nesting &nesting);
 nfc_ndef::Record to_optional_handle(const RecordPtr &record);
 
 } // namespace model

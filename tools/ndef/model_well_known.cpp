@@ -6,7 +6,7 @@ namespace model {
 using nfc_ndef::Block;
 using nfc_ndef::out;
 
-Content read_text(const nfc_ndef_record &record, unsigned)
+Content read_text(const nfc_ndef_record &record, const Nesting &)
 {
     uint8_t utf16 = 0, language_code_length = 0;
     uint32_t text_length = 0;
@@ -27,7 +27,7 @@ nfc_ndef::Record make(const Text &text)
                                                       static_cast<uint32_t>(text.text.size())));
 }
 
-Content read_uri(const nfc_ndef_record &record, unsigned)
+Content read_uri(const nfc_ndef_record &record, const Nesting &)
 {
     uint8_t identifier_code = 0;
     uint32_t length = 0;
@@ -44,7 +44,7 @@ nfc_ndef::Record make(const Uri &uri)
                                                      pointer_to(uri.uri_field)));
 }
 
-Content read_smart_poster(const nfc_ndef_record &record, unsigned nesting)
+Content read_smart_poster(const nfc_ndef_record &record, const Nesting &nesting)
 {
     ExtractedRecords titles, icons, others;
     nfc_ndef::Record uri, size, type;
@@ -77,7 +77,7 @@ nfc_ndef::Record make(const SmartPoster &poster)
                                                               others.count(), others.data()));
 }
 
-Content read_generic_control(const nfc_ndef_record &record, unsigned nesting)
+Content read_generic_control(const nfc_ndef_record &record, const Nesting &nesting)
 {
     // Of an absent action nothing is written; of a present one, either another flag or a code of 8 bits is.
     constexpr uint8_t no_flag = 0xFF;
