@@ -1,5 +1,5 @@
 # Cross-builds for NFC_NDEF_ARCH (a Debian architecture) against the sysroot that scripts/test-foreign makes, and runs
-# what was built under qemu.
+# what was built: under qemu, or i386 on the processor itself.
 list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES NFC_NDEF_ARCH NFC_NDEF_SYSROOT)
 
 set(CMAKE_SYSTEM_NAME Linux)
@@ -33,5 +33,16 @@ set(libraries ${NFC_NDEF_SYSROOT}/usr/lib/${multiarch})
 set(ENV{PKG_CONFIG_LIBDIR} ${libraries}/pkgconfig)
 set(ENV{PKG_CONFIG_SYSROOT_DIR} ${NFC_NDEF_SYSROOT})
 set(CMAKE_EXE_LINKER_FLAGS_INIT -Wl,-rpath-link,${libraries})
-set(CMAKE_CROSSCOMPILING_EMULATOR
-  qemu-${CMAKE_SYSTEM_PROCESSOR};-L;/usr/${compiler_prefix};-E;LD_LIBRARY_PATH=${libraries})
+
+# An x86-64 processor runs i386 programs itself, and qemu-i386 of Debian 12 can hang where one forks or starts a thread.
+set(loader /usr/${compiler_prefix}/lib/ld-linux.so.2)
+set(runs_here 1)
+if(NFC_NDEF_ARCH STREQUAL i386)
+  execute_process(COMMAND ${loader} --version RESULT_VARIABLE runs_here OUTPUT_QUIET ERROR_QUIET)
+endif()
+if(runs_here STREQUAL 0)
+  set(CMAKE_CROSSCOMPILING_EMULATOR ${loader};--library-path;/usr/${compiler_prefix}/lib:${libraries})
+else()
+  set(CMAKE_CROSSCOMPILING_EMULATOR
+    qemu-${CMAKE_SYSTEM_PROCESSOR};-L;/usr/${compiler_prefix};-E;LD_LIBRARY_PATH=${libraries})
+endif()
