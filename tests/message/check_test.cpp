@@ -65,6 +65,8 @@ TEST(Check, GivesEachReasonWithRecordAndOffset)
              {"9101015461 55010055", {NFC_NDEF_MSG_TYPE_NOT_ALLOWED, 1, 5}},
              {"D701010055", {NFC_NDEF_MSG_TYPE_NOT_ALLOWED, 0, 0}},
              {"D101015461 FE", {NFC_NDEF_MSG_BYTES_LEFT_OVER, 1, 5}},
+             {"F50000 FE", {NFC_NDEF_MSG_CHUNK_WITH_ME, 0, 0}}, // before what is left over
+             {"B101015461 5E00000169 FE", {NFC_NDEF_MSG_CHUNK_WITH_ID, 1, 5}},
              {"D101015461 510101", {NFC_NDEF_MSG_BYTES_LEFT_OVER, 1, 5}},
              {"1101015461 51010255", {NFC_NDEF_MSG_MB_MISSING, 0, 0}}, // the first that broke
              {"D102004763 51010055", {NFC_NDEF_MSG_MB_MISSING, 1, 5}},
@@ -103,6 +105,9 @@ TEST(Check, GivesEachReasonWithRecordAndOffset)
     EXPECT_EQ(nfc_ndef_msg_check(data, 3, 3, nullptr), 0);
     EXPECT_EQ(nfc_ndef_msg_check(data, 3, 3, &report), 0);
     EXPECT_EQ(report.reason, uint32_t{NFC_NDEF_MSG_BAD_ARGUMENTS});
+    const Bytes behind = bytes("00 00 00 910100 54 11010055");
+    EXPECT_EQ(nfc_ndef_msg_check(behind.data(), 3, 8, &report), 0);
+    EXPECT_EQ(report.offset, 4U) << "counted from the message, not from the data";
     EXPECT_EQ(nfc_ndef_msg_check(nullptr, 0, 3, &report), 0);
     EXPECT_EQ(report.reason, uint32_t{NFC_NDEF_MSG_BAD_ARGUMENTS});
 }

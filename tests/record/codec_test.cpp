@@ -56,6 +56,7 @@ TEST(Codec, DecodesAndEncodesEachWireForm)
             EXPECT_EQ(encode(r), form.wire);
         else
             EXPECT_EQ(payload_of(decode(encode(r)).get()), form.payload);
+        EXPECT_FALSE(encode(r).empty());
     }
 }
 

@@ -164,7 +164,7 @@ TEST(CollisionResolution, BuildsAndReads)
         [](Record record) { return outcome(rtdlib_collision_resolution_record_extract, std::move(record), outputs); },
         rows);
     expect_checked(rtdlib_collision_resolution_record_extract, built[0].record, outputs);
-    expect_checked(rtdlib_collision_resolution_record_extract, nullptr, outputs);
+    EXPECT_EQ(outcome(rtdlib_collision_resolution_record_extract, nullptr, outputs), "-1");
 }
 
 TEST(HandoverSelectError, BuildsAndReads)
@@ -183,5 +183,5 @@ TEST(HandoverSelectError, BuildsAndReads)
         [](Record record) { return outcome(rtdlib_handover_select_error_record_extract, std::move(record), outputs); },
         rows);
     expect_checked(rtdlib_handover_select_error_record_extract, built[0].record, outputs);
-    expect_checked(rtdlib_handover_select_error_record_extract, nullptr, outputs);
+    EXPECT_EQ(outcome(rtdlib_handover_select_error_record_extract, nullptr, outputs), "-1");
 }

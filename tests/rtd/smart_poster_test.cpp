@@ -72,6 +72,10 @@ TEST(SmartPoster, Reads)
         {"[U:0361]", "1 titles=0 uri=U:0361 action=FF others=0", "outputs of absent parts written"},
         {"[T:01]", "-1", "no URI"},
         {"[U:01 T:02 U:03]", "-1", "two URIs"},
+        {"B101015503 16000161 310300616374 36000107 160000 320901696D6167652F706E6701 16000102 1101017809 310102730000 "
+         "5600020005",
+         "1 titles=0 uri=U:0361 action=7 icons=1 list=[image/png:0102] size=s:00000005 others=1 list=[x:09]",
+         "parts in chunks"},
         {"[U: u:02 S:03]", "1 titles=0 uri=U: action=FF others=2 list=[u:02 S:03]", "case; URI looked into"},
         {"[act:01 t:02 act:02 s:00000001 U:03 t: s:02]",
          "1 titles=0 uri=U:03 action=1 size=s:00000001 type=t:02 others=3 list=[act:02 t: s:02]",
