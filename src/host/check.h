@@ -12,8 +12,7 @@ namespace ndef {
 inline void require(bool holds, const char *expression, const char *operation = __builtin_FUNCTION(),
                     unsigned line = __builtin_LINE())
 {
-    if (!holds)
-        __assert_fail(expression, "nfc_ndef_rtd_lib", line, operation);
+    holds ? void() : __assert_fail(expression, "nfc_ndef_rtd_lib", line, operation);
 }
 
 } // namespace ndef

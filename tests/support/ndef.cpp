@@ -16,7 +16,7 @@ uint8_t digit(char c)
 Bytes take(uint8_t *block, uint64_t length)
 {
     EXPECT_EQ(block != nullptr, length != 0);
-    const Bytes taken = copy(block, length);
+    const Bytes taken = copy(block, static_cast<size_t>(length));
     os_block_dealloc(block);
     return taken;
 }

@@ -16,7 +16,7 @@ using File = std::unique_ptr<std::FILE, int (*)(std::FILE *)>;
 File file_of(std::string_view content)
 {
     File file(std::tmpfile(), std::fclose);
-    if (!file || std::fwrite(content.data(), 1, content.size(), file.get()) != content.size())
+    if (!file || (!content.empty() && std::fwrite(content.data(), content.size(), 1, file.get()) != 1))
         throw std::runtime_error("no temporary file");
     std::rewind(file.get());
     return file;

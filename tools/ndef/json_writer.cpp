@@ -39,8 +39,7 @@ public:
     void number(std::string_view name, unsigned value) { set(name, value); }
     void version(std::string_view name, uint8_t value) { set(name, fmt::format("{}.{}", value >> 4, value & 0x0F)); }
 
-    template <size_t N>
-    void choice(std::string_view name, uint8_t value, uint8_t first, const std::array<std::string_view, N> &names)
+    void choice(std::string_view name, uint8_t value, uint8_t first, std::span<const std::string_view> names)
     {
         set(name, names[value - first]);
     }

@@ -92,8 +92,7 @@ Record decode(const nfc_ndef_record &record, const Nesting &nesting)
     decoded.mb = record.mb != 0;
     decoded.me = record.me != 0;
     decoded.cf = record.cf != 0;
-    if (nesting.enter())
-        decoded.content = read_content(record, nesting);
+    decoded.content = nesting.enter() ? read_content(record, nesting) : Generic{.unopened = true};
     const nfc_ndef::Record rebuilt = make(decoded.content);
     decoded.exact = rebuilt && equal(decoded, *rebuilt);
     return decoded;

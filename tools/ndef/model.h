@@ -123,6 +123,7 @@ struct SharingEnquiry {
 // Only the bytes of the record are known.
 struct Generic {
     bool malformed = false; // the type has an extractor, which refuses the payload
+    bool unopened = false;  // nested too deep, or behind too many others, to be looked into
 };
 
 using Content = std::variant<Generic, Text, Uri, SmartPoster, GenericControl, HandoverRequest, HandoverSelect,

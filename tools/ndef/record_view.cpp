@@ -72,6 +72,8 @@ public:
     {
         if (generic.malformed)
             tree_.warning(fmt::format("malformed: {}", fault()));
+        if (generic.unopened && model::nested_prefix_length(record_))
+            tree_.warning(fmt::format("nested deeper than {} records: not followed", max_depth));
         const std::string_view type(reinterpret_cast<const char *>(record_.type.data()), record_.type.size());
         if (record_.format == NFC_NDEF_TNF_MIME && type == "application/vnd.bluetooth.le.oob")
             view_structures(tree_, record_.payload);
