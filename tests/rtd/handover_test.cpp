@@ -185,3 +185,14 @@ TEST(HandoverSelectError, BuildsAndReads)
     expect_checked(rtdlib_handover_select_error_record_extract, built[0].record, outputs);
     EXPECT_EQ(outcome(rtdlib_handover_select_error_record_extract, nullptr, outputs), "-1");
 }
+
+TEST(HandoverRequest, NestsPartsAsTheirCopiesWouldBe)
+{
+    // A copy drops a pointer that has no length, so that such a part can be encoded.
+    const Record carrier = record_of("ac:01");
+    carrier->payload_length = 0;
+    carrier->record_type.name_length = 0;
+    nfc_ndef_record *const parts[] = {carrier.get()};
+    const Record built(rtdlib_handover_request_record_create(nullptr, 1, parts, 0x10));
+    EXPECT_EQ(payload_of(built.get()), bytes("10 D10000"));
+}
