@@ -73,6 +73,7 @@ TEST(Input, FindsTheMessageInTagMemory)
          header + "01 03 1A 09 44" + "03 06 D1 01 02 EE EE 55 03 61 FE",
          0,
          one},
+        {"TLVs alone that look like a header", {"--tlv"}, "00000000000000000000 FD 01 E1" + message, 0, one},
         {"a length of three bytes", {"--tlv"}, "03 FF 00 FF" + long_text, 0, one},
         {"a terminator before the message",
          {"--tlv"},
@@ -86,7 +87,7 @@ TEST(Input, FindsTheMessageInTagMemory)
          "ndef: standard input: the tag's memory ends within a TLV, at byte 24"},
         {"a message past the tag's data area",
          {"--tlv"},
-         "04A1B2937C4D5E80EF480000 E1 10 00 00 " + message,
+         "04A1B2937C4D5E80EF480000 E1 10 01 00 0000000000000000" + message,
          1,
          "ndef: standard input: the tag's memory holds no NDEF message TLV"},
     });

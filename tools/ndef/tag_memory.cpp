@@ -12,18 +12,23 @@ namespace {
 enum Tag : uint8_t { null_tlv = 0, lock_control = 1, memory_control = 2, ndef_message = 3, terminator = 0xFE };
 
 constexpr size_t header_size = 16; // UID, internal and static lock bytes, capability container
-constexpr size_t container = 12;
-constexpr uint8_t container_magic = 0xE1;
+
+// An image may also begin with the TLVs. What stands where a capability container would be is then data, so all of it
+// has to look like one: the magic number, version 1 of the mapping and a size, which is in units of 8 bytes.
+bool begins_with_header(std::span<const uint8_t> memory)
+{
+    return memory.size() > header_size && memory[12] == 0xE1 && memory[13] >> 4 == 1 && memory[14] != 0;
+}
 
 // Walks the data area, never onto a reserved byte.
 class Area {
 public:
     explicit Area(std::span<const uint8_t> memory) : memory_(memory), position_(0), end_(memory.size())
     {
-        if (memory.size() <= header_size || memory[container] != container_magic)
+        if (!begins_with_header(memory))
             return;
         base_ = position_ = header_size;
-        end_ = std::min(end_, header_size + size_t{memory[container + 2]} * 8);
+        end_ = std::min(end_, header_size + size_t{memory[14]} * 8);
     }
     bool at_end()
     {
