@@ -1,0 +1,60 @@
+#!/usr/bin/env python3
+"""Holds `ndef json` and `ndef make json` against the schema, the vectors and each other:
+json_test.py NDEF SCHEMA SAMPLES DATA"""
+import copy
+import json
+import pathlib
+import subprocess
+import sys
+
+import jsonschema
+
+ndef, schema_file, samples, data = (pathlib.Path(argument) for argument in sys.argv[1:])
+schema = json.loads(schema_file.read_text())
+jsonschema.Draft202012Validator.check_schema(schema)
+validator = jsonschema.Draft202012Validator(schema)
+
+
+def as_json(message):
+    return json.loads(subprocess.run([ndef, "json", "--raw"], input=message, stdout=subprocess.PIPE, check=True).stdout)
+
+
+def make(document):
+    return subprocess.run([ndef, "make", "json"], input=json.dumps(document, ensure_ascii=False).encode(), capture_output=True)
+
+
+# What is written keeps to the schema and makes the same bytes, for one record of every kind, samples and vectors.
+every_kind = json.loads((data / "every-kind.json").read_text())
+validator.validate(every_kind)
+one_of_each = make(every_kind).stdout
+vectors = json.loads((data / "vectors.json").read_text())
+round_trips = [(bytes.fromhex(vector["hex"]), bytes.fromhex(vector.get("encoded", vector["hex"])))
+               for vector in vectors if "refused" not in vector]
+round_trips += [(one_of_each, one_of_each)]
+messages = [file.read_bytes() for file in samples.glob("*.ndef") if file.name != "text-chunked.ndef"]
+round_trips += [(message, message) for message in messages]
+assert len(round_trips) > 150, "too few messages"
+seen = set()
+for message, again in round_trips:
+    document = as_json(message)
+    validator.validate(document)
+    seen |= {record["kind"] for record in document["records"]}
+    assert make(document).stdout == again, f"{message.hex()} became {make(document).stdout.hex()}"
+kinds = {option["$ref"].rsplit("/", 1)[1] for option in schema["$defs"]["members"]["oneOf"]}
+assert seen == kinds, kinds ^ seen
+
+# The schema and the command must refuse the same: a member too many, missing or of another type, in any record.
+document = as_json(one_of_each)
+for index, record in enumerate(document["records"]):
+    variants = [dict(record, surprise=1)]
+    variants += [dict(record, **{name: ["wrong"]}) for name in record]
+    for name in record:
+        without = {other: value for other, value in record.items() if other != name}
+        if name in schema["$defs"][record["kind"]]["required"]:
+            variants.append(without)
+    for variant in variants:
+        broken = copy.deepcopy(document)
+        broken["records"][index] = variant
+        assert not validator.is_valid(broken), f"the schema accepts {variant}"
+        refused = make(broken)
+        assert refused.returncode == 1 and refused.stdout == b"", f"the command accepts {variant}"
