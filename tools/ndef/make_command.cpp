@@ -67,7 +67,7 @@ Poster poster_of(const MakeOptions &options)
 }
 
 // Names of members may be as long as the file.
-std::string shortened(std::string text)
+std::string shortened(const std::string &text)
 {
     constexpr size_t enough = 300;
     return text.size() <= enough ? text : text.substr(0, enough) + "...";

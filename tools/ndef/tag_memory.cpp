@@ -94,7 +94,7 @@ std::vector<uint8_t> message_in_tag_memory(std::span<const uint8_t> memory)
             length = size_t{area.next()} << 8;
             length |= area.next();
         }
-        const std::vector<uint8_t> value = area.take(length);
+        std::vector<uint8_t> value = area.take(length);
         if (tag == ndef_message)
             return value;
         if (tag == lock_control || tag == memory_control)

@@ -58,11 +58,11 @@ std::string expand_uri(const model::Uri &uri) { return std::string(uri_prefix(ur
 
 model::Uri abbreviate_uri(std::string_view uri)
 {
-    uint8_t longest = 0;
-    for (uint8_t code = 1; code < std::size(prefixes); ++code)
+    size_t longest = 0;
+    for (size_t code = 1; code < std::size(prefixes); ++code)
         if (uri.starts_with(prefixes[code]) && prefixes[code].size() > prefixes[longest].size())
             longest = code;
-    return {longest, std::string(uri.substr(prefixes[longest].size()))};
+    return {static_cast<uint8_t>(longest), std::string(uri.substr(prefixes[longest].size()))};
 }
 
 } // namespace tool
