@@ -4,17 +4,6 @@ using namespace test;
 
 namespace {
 
-// The payloads in order, which is enough to tell the records of a message apart.
-std::string contents(const Message &message)
-{
-    std::string result;
-    for (uint8_t i = 0; i < nfc_ndef_msg_get_number_of_records(message.get()); ++i) {
-        const Bytes payload = at(message, i) ? payload_of(at(message, i)) : text("(none)");
-        result.append(payload.begin(), payload.end());
-    }
-    return result;
-}
-
 Record named(char name) { return well_known("T", {static_cast<uint8_t>(name)}); }
 
 Message abc() { return message({named('a').get(), named('b').get(), named('c').get()}); }

@@ -11,16 +11,16 @@ namespace test {
 namespace {
 
 std::unordered_set<void *> live;
-size_t asked = 0;
-size_t failing_from = 0; // in terms of `asked`; 0 when nothing is to fail
+size_t asked = 0, asked_before_call = 0, asked_by_call = 0;
+size_t planned = 0; // 0 when nothing is to fail
 Failing failing_mode = Failing::once;
-bool failure_happened = false;
+bool in_call = false, failed = false;
 
 void *allocate(size_t size, int fill)
 {
-    ++asked;
-    if (failing_from != 0 && (asked == failing_from || (asked > failing_from && failing_mode != Failing::once))) {
-        failure_happened = true;
+    const size_t n = ++asked - asked_before_call;
+    if (in_call && planned != 0 && (n == planned || (n > planned && failing_mode == Failing::from_there_on))) {
+        failed = true;
         return nullptr;
     }
     void *const block = std::malloc(size == 0 ? 1 : size);
@@ -43,7 +43,7 @@ class NothingLeft : public testing::EmptyTestEventListener {
     void OnTestEnd(const testing::TestInfo &) override
     {
         EXPECT_EQ(live.size(), 0U) << "blocks left at the end of the test";
-        EXPECT_EQ(failing_from, 0U) << "allocations still fail at the end of the test";
+        EXPECT_EQ(planned, 0U) << "allocations still fail at the end of the test";
         live.clear();
     }
 };
@@ -52,18 +52,26 @@ class NothingLeft : public testing::EmptyTestEventListener {
 
 size_t live_blocks() { return live.size(); }
 size_t allocations() { return asked; }
+size_t allocations_of_last_call() { return asked_by_call; }
 
-AllocationFailure::AllocationFailure(size_t n, Failing mode)
+void plan_failure(size_t n, Failing mode)
 {
-    failing_from = asked + n;
+    planned = n;
     failing_mode = mode;
-    failure_happened = false;
 }
+void forget_failure() { planned = 0; }
+bool failure_happened() { return failed; }
 
-bool AllocationFailure::disarm()
+CallUnderTest::CallUnderTest()
 {
-    failing_from = 0;
-    return failure_happened;
+    asked_before_call = asked;
+    in_call = true;
+    failed = false;
+}
+CallUnderTest::~CallUnderTest()
+{
+    asked_by_call = asked - asked_before_call;
+    in_call = false;
 }
 
 } // namespace test

@@ -1,54 +1,39 @@
-/*
- * The test program's own host allocator: it replaces the library's, counts blocks and fails on demand.
- *
- * SPDX-License-Identifier: MIT
- */
-#ifndef TESTS_SUPPORT_BLOCKS_H
-#define TESTS_SUPPORT_BLOCKS_H
+// The test program's own host allocator: it replaces the library's, counts blocks and fails on demand.
+#pragma once
 
 #include <cstddef>
 #include <gtest/gtest.h>
 
 namespace test {
 
-/** Blocks handed out and not yet freed. Every test must end with none. */
+// Blocks handed out and not yet freed. Every test must end with none.
 size_t live_blocks();
 
-/** Blocks asked for since the program began. */
+// Blocks asked for since the program began, and by the last call under test alone.
 size_t allocations();
+size_t allocations_of_last_call();
 
 enum class Failing { once, from_there_on };
 
-/** Makes the n-th allocation from here, counted from 1, return null, or that one and all later ones. */
-class AllocationFailure {
-public:
-    AllocationFailure(size_t n, Failing mode);
-    AllocationFailure(const AllocationFailure &) = delete;
-    AllocationFailure &operator=(const AllocationFailure &) = delete;
-    ~AllocationFailure() { disarm(); }
-    /** Lets allocations succeed again and tells whether one failed. */
-    bool disarm();
-};
+// Lets the n-th allocation, counted from 1, of each call under test return null, or that one and all later ones, until
+// it is forgotten.
+void plan_failure(size_t n, Failing mode);
+void forget_failure();
+// Whether the last call under test met with a failure.
+bool failure_happened();
 
-/** One round of a sweep: calls the operation under test with memory about to run out, and remembers whether it did. */
-class Armed {
+// One call of the function that a test is about, apart from what prepares it.
+class CallUnderTest {
 public:
-    Armed(size_t n, Failing mode) : n_(n), mode_(mode) {}
-    template <class Call> auto operator()(Call call)
-    {
-        AllocationFailure failure(n_, mode_);
-        const auto result = call();
-        failed_ = failure.disarm();
-        return result;
-    }
-    bool failed() const { return failed_; }
-
-private:
-    size_t n_;
-    Failing mode_;
-    bool failed_ = false;
+    CallUnderTest();
+    CallUnderTest(const CallUnderTest &) = delete;
+    CallUnderTest &operator=(const CallUnderTest &) = delete;
+    ~CallUnderTest();
 };
+template <class Call> auto under_test(Call call)
+{
+    const CallUnderTest during;
+    return call();
+}
 
 } // namespace test
-
-#endif

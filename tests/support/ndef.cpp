@@ -6,13 +6,6 @@
 namespace test {
 namespace {
 
-uint8_t digit(char c)
-{
-    const size_t value = std::string_view("0123456789ABCDEF").find(static_cast<char>(std::toupper(c)));
-    EXPECT_LT(value, 16U) << "not a hex digit: " << c;
-    return static_cast<uint8_t>(value);
-}
-
 Bytes take(uint8_t *block, uint64_t length)
 {
     EXPECT_EQ(block != nullptr, length != 0);
@@ -23,14 +16,28 @@ Bytes take(uint8_t *block, uint64_t length)
 
 } // namespace
 
+std::string expanded(std::string_view text)
+{
+    std::string all(text);
+    for (size_t star = 0; (star = all.find('*', star)) != all.npos; ++star) {
+        if (star < 2 || star + 1 == all.size() || !std::isdigit(all[star + 1]))
+            continue; // a wildcard
+        size_t digits = 0;
+        std::string run;
+        for (size_t left = std::stoul(all.substr(star + 1), &digits); left > 0; --left)
+            run += all.substr(star - 2, 2);
+        all.replace(star - 2, 3 + digits, run);
+    }
+    return all;
+}
+
 Bytes bytes(std::string_view hex)
 {
-    std::string digits(hex);
+    std::string digits = expanded(hex);
     std::erase(digits, ' ');
-    EXPECT_EQ(digits.size() % 2, 0U) << hex;
     Bytes result;
-    for (size_t i = 0; i + 1 < digits.size(); i += 2)
-        result.push_back(static_cast<uint8_t>(digit(digits[i]) << 4 | digit(digits[i + 1])));
+    for (size_t i = 0; i < digits.size(); i += 2)
+        result.push_back(static_cast<uint8_t>(std::stoi(digits.substr(i, 2), nullptr, 16)));
     return result;
 }
 
@@ -88,7 +95,7 @@ Record well_known(std::string_view type_name, const Bytes &payload, const Bytes 
 
 Record with_payload(const Bytes &payload) { return record(NFC_NDEF_TNF_UNKNOWN, "", payload); }
 
-Message message(std::initializer_list<const nfc_ndef_record *> records)
+Message message(const std::vector<const nfc_ndef_record *> &records)
 {
     Message result(nfc_ndef_msg_create());
     for (const nfc_ndef_record *const each : records)
@@ -96,39 +103,29 @@ Message message(std::initializer_list<const nfc_ndef_record *> records)
     return result;
 }
 
-Message message_of(const std::vector<Record> &records)
-{
-    Message result(nfc_ndef_msg_create());
-    for (const Record &each : records)
-        EXPECT_EQ(nfc_ndef_msg_append_record(result.get(), each.get()), 1U);
-    return result;
-}
-
 Record decode(const Bytes &data)
 {
     const Exact input(data);
-    return Record(nfc_ndef_record_create_from_byte_array(input.data(), 0, input.size()));
+    return Record(under_test([&] { return nfc_ndef_record_create_from_byte_array(input.data(), 0, input.size()); }));
 }
 
 Message parse(const Bytes &data)
 {
     const Exact input(data);
-    return Message(nfc_ndef_msg_create_by_msg_offset(input.data(), 0, input.size()));
+    return Message(under_test([&] { return nfc_ndef_msg_create_by_msg_offset(input.data(), 0, input.size()); }));
 }
 
 Bytes encode(const nfc_ndef_record *record)
 {
     uint8_t *block = nullptr;
-    const uint32_t length = nfc_ndef_record_to_byte_array(record, &block);
+    const uint32_t length = under_test([&] { return nfc_ndef_record_to_byte_array(record, &block); });
     return take(block, length);
 }
-
-Bytes encode(const Record &record) { return encode(record.get()); }
 
 Bytes encode(const Message &message)
 {
     uint8_t *block = nullptr;
-    const int32_t length = nfc_ndef_msg_to_byte_array(message.get(), &block);
+    const int32_t length = under_test([&] { return nfc_ndef_msg_to_byte_array(message.get(), &block); });
     EXPECT_GE(length, 0);
     return take(block, static_cast<uint64_t>(length));
 }
@@ -157,6 +154,16 @@ std::string type_of(const nfc_ndef_record *record)
 const nfc_ndef_record *at(const Message &message, uint8_t position)
 {
     return nfc_ndef_msg_get_record_by_index(message.get(), position);
+}
+
+std::string contents(const Message &message)
+{
+    std::string result;
+    for (uint8_t i = 0; i < nfc_ndef_msg_get_number_of_records(message.get()); ++i) {
+        const Bytes payload = at(message, i) ? payload_of(at(message, i)) : text("(none)");
+        result.append(payload.begin(), payload.end());
+    }
+    return result;
 }
 
 } // namespace test

@@ -19,7 +19,7 @@ path = f"{ndef.parent}:{os.environ['PATH']}"
 
 
 def printed_by(command, directory):
-    done = subprocess.run(["bash", "-c", command], cwd=directory, env={"PATH": path, "LC_ALL": "C.UTF-8"},
+    done = subprocess.run(["bash", "-c", command], cwd=directory, env=dict(os.environ, PATH=path, LC_ALL="C.UTF-8"),
                           stdin=subprocess.DEVNULL, capture_output=True)
     errors = ["! " + line for line in done.stderr.decode().splitlines()]
     return done.stdout.decode().splitlines() + errors + ([f"[{done.returncode}]"] if done.returncode else [])
