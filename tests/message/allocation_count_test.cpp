@@ -7,14 +7,7 @@ namespace {
 // A message and its list; a record and its place in the list; what else a record owns.
 constexpr size_t message_blocks = 2, record_blocks = 2, type_block = 1, id_block = 1, payload_block = 1;
 
-// As many records of five bytes each as a message.
-Bytes many(size_t count)
-{
-    Bytes all = bytes("91 01 01 54 61");
-    for (size_t i = 2; i < count; ++i)
-        all = all + bytes("11 01 01 55 62");
-    return all + bytes("51 01 01 54 63");
-}
+Bytes many(size_t count) { return sequence(count, "91 01 01 54 61", "11 01 01 55 62", "51 01 01 54 63"); }
 
 TEST(AllocationCount, ParsingAsksForTheBlocksThatItHandsOver)
 {

@@ -80,10 +80,7 @@ TEST(Check, GivesEachReasonWithRecordAndOffset)
 {
     for (const Case &c : cases)
         EXPECT_EQ(check(bytes(c.wire)), c.expected) << c.wire;
-    Bytes too_many = bytes("910000");
-    for (int i = 0; i < 254; ++i)
-        too_many = too_many + (i < 253 ? bytes("110000") : bytes("510000"));
-    EXPECT_EQ(check(too_many), (Verdict{NFC_NDEF_MSG_TOO_MANY_RECORDS, 254, 762}));
+    EXPECT_EQ(check(sequence(255, "910000", "110000", "510000")), (Verdict{NFC_NDEF_MSG_TOO_MANY_RECORDS, 254, 762}));
 
     const Bytes behind = bytes("00 00 00 910100 54 11010055");
     nfc_ndef_msg_report report;

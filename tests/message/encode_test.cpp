@@ -64,12 +64,4 @@ TEST(Encode, SaysByThePointerWhereItFailed)
     EXPECT_EQ(block, byte);
 }
 
-TEST(Encode, AllocatesOnce)
-{
-    const Message m = message({well_known("T", filled(300, 7)).get(), record(0, "", {}).get()});
-    const size_t before = allocations();
-    encode(m);
-    EXPECT_EQ(allocations(), before + 1);
-}
-
 } // namespace

@@ -45,6 +45,14 @@ Bytes text(std::string_view characters) { return {characters.begin(), characters
 
 Bytes filled(size_t count, uint8_t value) { return Bytes(count, value); }
 
+Bytes sequence(size_t count, std::string_view first, std::string_view between, std::string_view last)
+{
+    Bytes all = bytes(first);
+    for (size_t i = 2; i < count; ++i)
+        all = all + bytes(between);
+    return all + bytes(last);
+}
+
 Bytes operator+(Bytes left, const Bytes &right)
 {
     left.insert(left.end(), right.begin(), right.end());
@@ -154,6 +162,17 @@ std::string type_of(const nfc_ndef_record *record)
 const nfc_ndef_record *at(const Message &message, uint8_t position)
 {
     return nfc_ndef_msg_get_record_by_index(message.get(), position);
+}
+
+std::string described(const nfc_ndef_record *record)
+{
+    if (!record)
+        return "null";
+    std::string result;
+    for (const uint8_t flag : {record->mb, record->me, record->cf, record->sr, record->il})
+        result += static_cast<char>('0' + flag);
+    return result + ":" + std::to_string(record->record_type.format) + type_of(record) + "/" + hex(id_of(record)) +
+           "/" + hex(payload_of(record)) + "/" + std::to_string(record->parsed_length);
 }
 
 std::string contents(const Message &message)

@@ -22,6 +22,8 @@ Bytes bytes(std::string_view hex);
 // The characters of a text as bytes.
 Bytes text(std::string_view characters);
 Bytes filled(size_t count, uint8_t value);
+// The bytes of `count` records, at least two: the first, the last, and all between.
+Bytes sequence(size_t count, std::string_view first, std::string_view between, std::string_view last);
 Bytes operator+(Bytes left, const Bytes &right);
 // A copy of what the library handed out; null gives no bytes.
 Bytes copy(const uint8_t *data, size_t length);
@@ -69,6 +71,8 @@ Bytes payload_of(const nfc_ndef_record *record);
 Bytes id_of(const nfc_ndef_record *record);
 std::string type_of(const nfc_ndef_record *record);
 const nfc_ndef_record *at(const Message &message, uint8_t position);
+// A record as its flags (mb me cf sr il), format, type, id, payload and parsed length: "11010:1T/6964/61/6".
+std::string described(const nfc_ndef_record *record);
 // The payloads in order, as characters, which is enough to tell the records of a message apart.
 std::string contents(const Message &message);
 

@@ -7,6 +7,9 @@
 
 using namespace test;
 
+// The name of a function and a call of it.
+#define CALLING(function, ...) #function, [&] { return function(__VA_ARGS__); }
+
 namespace {
 
 struct Case {
@@ -17,10 +20,16 @@ struct Case {
     std::function<std::string()> run;
 };
 
+// One that fails in one way.
+template <class Run> Case whole(const char *function, std::string success, std::string failure, Run run)
+{
+    return {function, std::move(success), {std::move(failure)}, run};
+}
+
 // A constructor or builder gives a whole object or null.
 template <class Handle, class Call> Case maker(const char *function, Call call)
 {
-    return {function, "made", {"null"}, [call] { return Handle(under_test(call)) ? "made" : "null"; }};
+    return whole(function, "made", "null", [call] { return Handle(under_test(call)) ? "made" : "null"; });
 }
 
 Case reader(const char *function, Read read, const char *payload, std::string success, std::set<std::string> failures)
@@ -53,36 +62,36 @@ const nfc_ndef_record *const part = &parts.text;
 template <class Object>
 Case encoder(const char *function, Object (*prepare)(), int64_t (*encode)(const Object &, uint8_t **))
 {
-    return {function, "5*", {"0-"}, [=] {
-                const Object object = prepare();
-                uint8_t *block = parts.data; // to see it nulled
-                const int64_t length = under_test([&] { return encode(object, &block); });
-                const std::string result = shown(length, block);
-                os_block_dealloc(block);
-                return result;
-            }};
+    return whole(function, "5*", "0-", [=] {
+        const Object object = prepare();
+        uint8_t *block = parts.data; // to see it nulled
+        const int64_t length = under_test([&] { return encode(object, &block); });
+        const std::string result = shown(length, block);
+        os_block_dealloc(block);
+        return result;
+    });
 }
 
 template <class Query> Case query(const char *function, Query query)
 {
-    return {function, "2*", {"0-"}, [=] {
-                const Message m = message({part, part});
-                uint8_t count = 9;
-                const auto array = under_test([&] { return query(m.get(), &count); });
-                os_block_dealloc(array);
-                return shown(count, array);
-            }};
+    return whole(function, "2*", "0-", [=] {
+        const Message m = message({part, part});
+        uint8_t count = 9;
+        const auto array = under_test([&] { return query(m.get(), &count); });
+        os_block_dealloc(array);
+        return shown(count, array);
+    });
 }
 
 // Puts a record in front of those present, or behind them.
 template <class Edit> Case editor(const char *function, size_t present, std::string after, Edit edit)
 {
-    return {function, "1 " + after, {"255 " + std::string(present, 'd')}, [=] {
-                const Message m = message(std::vector<const nfc_ndef_record *>(present, part));
-                Record r = well_known("T", text("x"));
-                const uint32_t result = under_test([&] { return edit(m.get(), r); });
-                return std::to_string(result) + " " + contents(m);
-            }};
+    return whole(function, "1 " + after, "255 " + std::string(present, 'd'), [=] {
+        const Message m = message(std::vector<const nfc_ndef_record *>(present, part));
+        Record r = well_known("T", text("x"));
+        const uint32_t result = under_test([&] { return edit(m.get(), r); });
+        return std::to_string(result) + " " + contents(m);
+    });
 }
 
 uint32_t insert(nfc_ndef_msg *m, Record &record)
@@ -118,28 +127,22 @@ std::string make_of_an_array()
 std::vector<Case> record_and_message_cases()
 {
     return {
-        maker<RecordType>("nfc_ndef_record_type_create", [] { return nfc_ndef_record_type_create(1, parts.name, 1); }),
-        maker<Record>(
-            "nfc_ndef_record_create_from_param",
-            [] { return nfc_ndef_record_create_from_param(&part->record_type, parts.id, 1, parts.data, 16); }),
-        maker<Record>("nfc_ndef_rec_create_and_copy", [] { return nfc_ndef_rec_create_and_copy(part); }),
-        {"nfc_ndef_record_append_payload", "1 78787979", {"255 7878"}, append_payload},
+        maker<RecordType>(CALLING(nfc_ndef_record_type_create, 1, parts.name, 1)),
+        maker<Record>(CALLING(nfc_ndef_record_create_from_param, &part->record_type, parts.id, 1, parts.data, 16)),
+        maker<Record>(CALLING(nfc_ndef_rec_create_and_copy, part)),
+        whole("nfc_ndef_record_append_payload", "1 78787979", "255 7878", append_payload),
         encoder<Record>(
             "nfc_ndef_record_to_byte_array", [] { return with_payload(text("ab")); },
             [](const Record &r, uint8_t **block) { return int64_t{nfc_ndef_record_to_byte_array(r.get(), block)}; }),
-        {"nfc_ndef_record_create_from_byte_array",
-         "made",
-         {"null"},
-         [] { return decode(bytes("D901010154 69 61")) ? "made" : "null"; }},
-        maker<Message>("nfc_ndef_msg_create", [] { return nfc_ndef_msg_create(); }),
-        {"nfc_ndef_msg_copy",
-         "dd",
-         {""},
-         [] {
-             const Message m = message({part, part});
-             return contents(Message(under_test([&] { return nfc_ndef_msg_copy(m.get()); })));
-         }},
-        {"nfc_ndef_msg_create_by_records", "xy", {"the array is still 7879"}, make_of_an_array},
+        whole("nfc_ndef_record_create_from_byte_array", "made", "null",
+              [] { return decode(bytes("D901010154 69 61")) ? "made" : "null"; }),
+        maker<Message>(CALLING(nfc_ndef_msg_create)),
+        whole("nfc_ndef_msg_copy", "dd", "",
+              [] {
+                  const Message m = message({part, part});
+                  return contents(Message(under_test([&] { return nfc_ndef_msg_copy(m.get()); })));
+              }),
+        whole("nfc_ndef_msg_create_by_records", "xy", "the array is still 7879", make_of_an_array),
         editor("nfc_ndef_msg_append_record", 1, "dx",
                [](nfc_ndef_msg *m, Record &r) { return nfc_ndef_msg_append_record(m, r.get()); }),
         editor("nfc_ndef_msg_insert_record", 0, "x", insert),
@@ -151,52 +154,31 @@ std::vector<Case> record_and_message_cases()
         encoder<Message>(
             "nfc_ndef_msg_to_byte_array", [] { return message({with_payload(text("ab")).get()}); },
             [](const Message &m, uint8_t **block) { return int64_t{nfc_ndef_msg_to_byte_array(m.get(), block)}; }),
-        {"nfc_ndef_msg_create_by_msg_offset",
-         "ab",
-         {""},
-         [] { return contents(parse(bytes("99010101546961 5101015562"))); }},
-        {"nfc_ndef_msg_create_by_msg_offset",
-         "abc",
-         {""},
-         [] { return contents(parse(bytes("B9010101546961 36000162 56000163"))); }},
+        whole("nfc_ndef_msg_create_by_msg_offset", "ab", "",
+              [] { return contents(parse(bytes("99010101546961 5101015562"))); }),
+        whole("nfc_ndef_msg_create_by_msg_offset", "abc", "",
+              [] { return contents(parse(bytes("B9010101546961 36000162 56000163"))); }),
     };
 }
 
 std::vector<Case> builder_cases()
 {
     return {
-        maker<Record>("rtdlib_text_record_create",
-                      [] { return rtdlib_text_record_create(0, 2, parts.name, parts.data, 16); }),
-        maker<Record>("rtdlib_uri_record_create", [] { return rtdlib_uri_record_create(1, 1, parts.id); }),
-        maker<Record>("rtdlib_smart_poster_record_create",
-                      [] {
-                          return rtdlib_smart_poster_record_create(2, parts.records, part, 1, 2, parts.records, part,
-                                                                   part, 2, parts.records);
-                      }),
-        maker<Record>("rtdlib_generic_control_record_create",
-                      [] { return rtdlib_generic_control_record_create(0, part, 1, 5, part, part, 2, parts.records); }),
-        maker<Record>("rtdlib_generic_control_record_create",
-                      [] { return rtdlib_generic_control_record_create(0, part, 0, 0, part, part, 0, nullptr); }),
-        maker<Record>("rtdlib_handover_request_record_create",
-                      [] { return rtdlib_handover_request_record_create(part, 2, parts.records, 0x12); }),
-        maker<Record>("rtdlib_handover_select_record_create",
-                      [] { return rtdlib_handover_select_record_create(2, parts.records, part, 0x12); }),
-        maker<Record>("rtdlib_handover_carrier_record_create",
-                      [] { return rtdlib_handover_carrier_record_create(2, 1, parts.name, 16, parts.data); }),
-        maker<Record>(
-            "rtdlib_alternative_carrier_record_create",
-            [] { return rtdlib_alternative_carrier_record_create(1, 1, parts.id, 2, parts.lengths, parts.refs); }),
-        maker<Record>("rtdlib_collision_resolution_record_create",
-                      [] { return rtdlib_collision_resolution_record_create(1); }),
-        maker<Record>("rtdlib_handover_select_error_record_create",
-                      [] { return rtdlib_handover_select_error_record_create(1, 2); }),
-        maker<Record>(
-            "rtdlib_bt_2_1_configuration_data_record_create",
-            [] { return rtdlib_bt_2_1_configuration_data_record_create(&parts.oob, 9, 0, 0, 0, parts.id, 1, 1); }),
-        maker<Record>("rtdlib_bt_configuration_data_record_create",
-                      [] { return rtdlib_bt_configuration_data_record_create(&parts.legacy, parts.id, 1, 1); }),
-        maker<Record>("rtdlib_sharing_enquiry_record_create",
-                      [] { return rtdlib_sharing_enquiry_record_create(1, 16, parts.data, 0x10); }),
+        maker<Record>(CALLING(rtdlib_text_record_create, 0, 2, parts.name, parts.data, 16)),
+        maker<Record>(CALLING(rtdlib_uri_record_create, 1, 1, parts.id)),
+        maker<Record>(CALLING(rtdlib_smart_poster_record_create, 2, parts.records, part, 1, 2, parts.records, part,
+                              part, 2, parts.records)),
+        maker<Record>(CALLING(rtdlib_generic_control_record_create, 0, part, 1, 5, part, part, 2, parts.records)),
+        maker<Record>(CALLING(rtdlib_generic_control_record_create, 0, part, 0, 0, part, part, 0, nullptr)),
+        maker<Record>(CALLING(rtdlib_handover_request_record_create, part, 2, parts.records, 0x12)),
+        maker<Record>(CALLING(rtdlib_handover_select_record_create, 2, parts.records, part, 0x12)),
+        maker<Record>(CALLING(rtdlib_handover_carrier_record_create, 2, 1, parts.name, 16, parts.data)),
+        maker<Record>(CALLING(rtdlib_alternative_carrier_record_create, 1, 1, parts.id, 2, parts.lengths, parts.refs)),
+        maker<Record>(CALLING(rtdlib_collision_resolution_record_create, 1)),
+        maker<Record>(CALLING(rtdlib_handover_select_error_record_create, 1, 2)),
+        maker<Record>(CALLING(rtdlib_bt_2_1_configuration_data_record_create, &parts.oob, 9, 0, 0, 0, parts.id, 1, 1)),
+        maker<Record>(CALLING(rtdlib_bt_configuration_data_record_create, &parts.legacy, parts.id, 1, 1)),
+        maker<Record>(CALLING(rtdlib_sharing_enquiry_record_create, 1, 16, parts.data, 0x10)),
     };
 }
 
@@ -306,34 +288,32 @@ TEST(AllocationFailure, IsSweptOverEveryExportedFunctionThatAllocates)
     uint32_t length = 0;
     // What frees, takes over what it is given, or answers with a number or a pointer into what is there.
     const std::pair<const char *, std::function<void()>> others[] = {
-        {"os_block_dealloc", [&] { os_block_dealloc(nullptr); }},
-        {"nfc_ndef_record_type_delete", [&] { nfc_ndef_record_type_delete(other_type); }},
-        {"nfc_ndef_record_delete", [&] { nfc_ndef_record_delete(&unused); }},
-        {"nfc_ndef_msg_delete", [&] { nfc_ndef_msg_delete(&other_msg); }},
-        {"nfc_ndef_bt_rtd_2_1_str_delete", [&] { nfc_ndef_bt_rtd_2_1_str_delete(&oob); }},
-        {"nfc_ndef_bt_rtd_2_0_str_delete", [&] { nfc_ndef_bt_rtd_2_0_str_delete(&legacy); }},
-        {"nfc_ndef_record_set_id", [&] { nfc_ndef_record_set_id(replacement, id, 1); }},
-        {"nfc_ndef_msg_set_record", [&] { nfc_ndef_msg_set_record(msg, 0, replacement); }},
-        {"nfc_ndef_msg_remove_record", [&] { nfc_ndef_msg_remove_record(msg, 1); }},
-        {"nfc_ndef_record_type_get_name", [&] { nfc_ndef_record_type_get_name(key, &first); }},
-        {"nfc_ndef_record_type_get_format", [&] { nfc_ndef_record_type_get_format(key); }},
-        {"nfc_ndef_record_type_equals", [&] { nfc_ndef_record_type_equals(key, &replacement->record_type); }},
-        {"nfc_ndef_record_get_id", [&] { nfc_ndef_record_get_id(part, &first); }},
-        {"nfc_ndef_record_get_payload", [&] { nfc_ndef_record_get_payload(part, &length); }},
-        {"nfc_ndef_record_get_payload_length", [&] { nfc_ndef_record_get_payload_length(part); }},
-        {"nfc_ndef_record_get_record_type", [&] { nfc_ndef_record_get_record_type(part); }},
-        {"nfc_ndef_msg_get_record_by_index", [&] { nfc_ndef_msg_get_record_by_index(msg, 1); }},
-        {"nfc_ndef_msg_edit_record_by_index", [&] { nfc_ndef_msg_edit_record_by_index(msg, 1); }},
-        {"nfc_ndef_msg_get_record_by_id", [&] { nfc_ndef_msg_get_record_by_id(msg, parts.id, 1); }},
-        {"nfc_ndef_msg_edit_record_by_id", [&] { nfc_ndef_msg_edit_record_by_id(msg, parts.id, 1); }},
-        {"nfc_ndef_msg_get_number_of_records", [&] { nfc_ndef_msg_get_number_of_records(msg); }},
-        {"nfc_ndef_record_index_by_type_from_msg", [&] { nfc_ndef_record_index_by_type_from_msg(msg, key); }},
-        {"nfc_ndef_msg_check", [&] { nfc_ndef_msg_check(parts.data, 0, 16, nullptr); }},
-        {"nfc_ndef_msg_check_text", [&] { nfc_ndef_msg_check_text(0); }},
-        {"rtdlib_collision_resolution_record_extract",
-         [&] { rtdlib_collision_resolution_record_extract(two_bytes.get(), &number); }},
-        {"rtdlib_handover_select_error_record_extract",
-         [&] { rtdlib_handover_select_error_record_extract(two_bytes.get(), &first, &second); }},
+        {CALLING(os_block_dealloc, nullptr)},
+        {CALLING(nfc_ndef_record_type_delete, other_type)},
+        {CALLING(nfc_ndef_record_delete, &unused)},
+        {CALLING(nfc_ndef_msg_delete, &other_msg)},
+        {CALLING(nfc_ndef_bt_rtd_2_1_str_delete, &oob)},
+        {CALLING(nfc_ndef_bt_rtd_2_0_str_delete, &legacy)},
+        {CALLING(nfc_ndef_record_set_id, replacement, id, 1)},
+        {CALLING(nfc_ndef_msg_set_record, msg, 0, replacement)},
+        {CALLING(nfc_ndef_msg_remove_record, msg, 1)},
+        {CALLING(nfc_ndef_record_type_get_name, key, &first)},
+        {CALLING(nfc_ndef_record_type_get_format, key)},
+        {CALLING(nfc_ndef_record_type_equals, key, &replacement->record_type)},
+        {CALLING(nfc_ndef_record_get_id, part, &first)},
+        {CALLING(nfc_ndef_record_get_payload, part, &length)},
+        {CALLING(nfc_ndef_record_get_payload_length, part)},
+        {CALLING(nfc_ndef_record_get_record_type, part)},
+        {CALLING(nfc_ndef_msg_get_record_by_index, msg, 1)},
+        {CALLING(nfc_ndef_msg_edit_record_by_index, msg, 1)},
+        {CALLING(nfc_ndef_msg_get_record_by_id, msg, parts.id, 1)},
+        {CALLING(nfc_ndef_msg_edit_record_by_id, msg, parts.id, 1)},
+        {CALLING(nfc_ndef_msg_get_number_of_records, msg)},
+        {CALLING(nfc_ndef_record_index_by_type_from_msg, msg, key)},
+        {CALLING(nfc_ndef_msg_check, parts.data, 0, 16, nullptr)},
+        {CALLING(nfc_ndef_msg_check_text, 0)},
+        {CALLING(rtdlib_collision_resolution_record_extract, two_bytes.get(), &number)},
+        {CALLING(rtdlib_handover_select_error_record_extract, two_bytes.get(), &first, &second)},
     };
     std::set<std::string> covered{"os_block_alloc", "os_block_alloc_and_clear"};
     const size_t before = allocations();
