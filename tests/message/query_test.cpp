@@ -63,17 +63,4 @@ TEST(Query, GivesNothingOfNothing)
     EXPECT_EQ(nfc_ndef_msg_get_records_by_type(one.get(), key.get(), nullptr), nullptr);
 }
 
-TEST(Query, CountsUpTo255)
-{
-    const Message m(nfc_ndef_msg_create());
-    const Record r = well_known("T", text("a"));
-    for (int i = 0; i < 255; ++i)
-        ASSERT_EQ(nfc_ndef_msg_append_record(m.get(), r.get()), 1U);
-    uint8_t count = 0;
-    const nfc_ndef_record **const all = nfc_ndef_msg_get_records_by_type(m.get(), &r->record_type, &count);
-    ASSERT_EQ(count, 255);
-    EXPECT_EQ(all[254], at(m, 254));
-    os_block_dealloc(all);
-}
-
 } // namespace

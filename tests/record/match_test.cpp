@@ -4,85 +4,79 @@ using namespace test;
 
 namespace {
 
+struct Case {
+    const char *key, *candidate;
+    bool match = true;
+};
+
+void expect_matches(uint32_t format, const std::vector<Case> &cases)
+{
+    const auto view = [format](const Exact &name) {
+        uint8_t *const data = name.size() ? const_cast<uint8_t *>(name.data()) : nullptr;
+        return nfc_ndef_record_type{data, static_cast<uint8_t>(name.size()), format};
+    };
+    for (const Case &c : cases) {
+        const Exact key_name(text(c.key)), candidate_name(text(c.candidate));
+        const nfc_ndef_record_type key = view(key_name), candidate = view(candidate_name);
+        EXPECT_EQ(nfc_ndef_record_type_equals(&key, &candidate), c.match) << format << c.key << " and " << c.candidate;
+    }
+}
+
 TEST(Match, FollowsTheRuleOfTheFormat)
 {
-    struct Case {
-        uint32_t key_format;
-        const char *key;
-        uint32_t candidate_format;
-        const char *candidate;
-        int expected;
-    };
-    constexpr uint32_t wkt = NFC_NDEF_TNF_WELL_KNOWN, mime = NFC_NDEF_TNF_MIME, uri = NFC_NDEF_TNF_ABSOLUTE_URI,
-                       ext = NFC_NDEF_TNF_EXTERNAL;
-    for (const Case &c : std::initializer_list<Case>{
-             {wkt, "T", wkt, "T", 1},
-             {wkt, "T", wkt, "t", 0},
-             {wkt, "Sp", wkt, "S", 0},
-             {wkt, "S", wkt, "Sp", 0},
-             {wkt, "T", ext, "T", 0},
-             {wkt, "", wkt, "", 0},
-             {wkt, "", wkt, "T", 0},
-             {uri, "HTTP://a/[", uri, "http://A/[", 1},
-             {uri, "http://a/[", uri, "http://a/{", 0}, // '[' is not an upper-case '{'
-             {uri, "http://a/@", uri, "http://a/`", 0},
-             {uri, "http://a", uri, "http://a/", 0},
-             {ext, "Example.com:BT", ext, "example.COM:bt", 1},
-             {ext, "AZ", ext, "az", 1},
-             {ext, "a:b", ext, "a:bc", 0},
-             {ext, "", ext, "", 0},
-             {0, "", 0, "", 1},
-             {5, "", 5, "", 1},
-             {0, "", 5, "", 0},
-             {6, "T", 6, "T", 0},
-             {7, "T", 7, "T", 0},
-             {255, "T", 255, "T", 0},
+    expect_matches(NFC_NDEF_TNF_WELL_KNOWN, {{"T", "T"}, {"T", "t", false}, {"Sp", "S", false}, {"S", "Sp", false}});
+    expect_matches(NFC_NDEF_TNF_WELL_KNOWN, {{"", "", false}, {"", "T", false}});
+    expect_matches(NFC_NDEF_TNF_ABSOLUTE_URI, {{"HTTP://a/[", "http://A/["}, {"http://a", "http://a/", false}});
+    expect_matches(NFC_NDEF_TNF_ABSOLUTE_URI, {{"a/[", "a/{", false}, {"a/@", "a/`", false}}); // not letters
+    expect_matches(NFC_NDEF_TNF_EXTERNAL, {{"Example.com:BT", "example.COM:bt"}, {"AZ", "az"}});
+    expect_matches(NFC_NDEF_TNF_EXTERNAL, {{"a:b", "a:bc", false}, {"", "", false}});
+    for (const uint32_t format : {NFC_NDEF_TNF_EMPTY, NFC_NDEF_TNF_UNKNOWN})
+        expect_matches(format, {{"", ""}});
+    for (const uint32_t format : {NFC_NDEF_TNF_UNCHANGED, NFC_NDEF_TNF_RESERVED, 255})
+        expect_matches(format, {{"T", "T", false}});
+    EXPECT_EQ(nfc_ndef_record_type_equals(type(1, "T").get(), type(4, "T").get()), 0);
+    EXPECT_EQ(nfc_ndef_record_type_equals(type(0, "").get(), type(5, "").get()), 0);
+}
 
-             {mime, "Text/Plain", mime, "text/plain", 1},
-             {mime, "text/plain", mime, "text/plainx", 0},
-             {mime, "text/plainx", mime, "text/plain", 0},
-             {mime, "", mime, "text/plain", 0},
-             {mime, "text/plain", mime, "", 0},
-             {mime, "image*", mime, "image/png", 1},
-             {mime, "image*", mime, "IMAGINE/x", 1}, // four letters count
-             {mime, "image*", mime, "imag", 1},
-             {mime, "image*", mime, "ima", 1},
-             {mime, "image*", mime, "imx", 0},
-             {mime, "image/*", mime, "image/png", 1},
-             {mime, "image/*", mime, "imagine/png", 0},
-             {mime, "a*", mime, "zzz", 1}, // a prefix of no bytes
-             {mime, "text/plain;charset=utf-8", mime, "text/plain", 1},
-             {mime, "text/plain;charset=utf-8", mime, "text/plainx", 1},
-             {mime, "text/plain;charset=utf-8", mime, "text/plain;q=1", 1},
-             {mime, "text/plain;charset=utf-8", mime, "text/html;q=1", 0},
-             {mime, "ab;*", mime, "abc", 1}, // the first of the two decides
-             {mime, "ab*;", mime, "axx", 1},
-             {mime, "text/plain", mime, "text/plain;q=1", 1},
-             {mime, "text/pla", mime, "text/plain;q=1", 1}, // compared over the shorter
-             {mime, "text/plainx", mime, "text/plain;q=1", 1},
-             {mime, "text/plaix", mime, "text/plain;q=1", 0},
-             {mime, "text/x", mime, "text*", 1},
-             {mime, "texu/x", mime, "text*", 0},
-             {mime, ";", mime, "anything", 1},
-             {mime, ";x", mime, "a;b", 1},
-             {mime, "*", mime, "text/plain", 0},
-             {mime, "*", mime, "a;b", 0},
-             {mime, "*", mime, "*", 1},
-             {mime, "*abc", mime, ";", 1},
-             {mime, "text/plain", mime, "*", 1},
-             {mime, "text/plain", mime, ";q=1", 1},
-         }) {
-        Bytes key_name = text(c.key), candidate_name = text(c.candidate);
-        const Exact key_bytes(key_name), candidate_bytes(candidate_name);
-        const auto view = [](uint32_t format, const Exact &name) {
-            return nfc_ndef_record_type{name.size() ? const_cast<uint8_t *>(name.data()) : nullptr,
-                                        static_cast<uint8_t>(name.size()), format};
-        };
-        const nfc_ndef_record_type key = view(c.key_format, key_bytes),
-                                   candidate = view(c.candidate_format, candidate_bytes);
-        EXPECT_EQ(nfc_ndef_record_type_equals(&key, &candidate), c.expected)
-            << c.key_format << " " << c.key << " against " << c.candidate_format << " " << c.candidate;
-    }
+TEST(Match, ReadsTheMarksInMediaTypes)
+{
+    const std::vector<Case> cases = {
+        // without marks
+        {"Text/Plain", "text/plain"},
+        {"text/plain", "text/plainx", false},
+        {"text/plainx", "text/plain", false},
+        {"", "text/plain", false},
+        {"text/plain", "", false},
+        // a '*' in the key takes the character before it along
+        {"image*", "image/png"},
+        {"image*", "IMAGINE/x"},
+        {"image*", "ima"},
+        {"image*", "imx", false},
+        {"image/*", "imagine/png", false},
+        {"a*", "zzz"},
+        // parameters do not count, and the shorter decides
+        {"text/plain;charset=utf-8", "text/plain"},
+        {"text/plain;charset=utf-8", "text/plainx"},
+        {"text/plain;charset=utf-8", "text/html;q=1", false},
+        {"text/pla", "text/plain;q=1"},
+        {"text/plainx", "text/plain;q=1"},
+        {"text/plaix", "text/plain;q=1", false},
+        {"text/x", "text*"},
+        {"texu/x", "text*", false},
+        // the first of two marks
+        {"ab;*", "abc"},
+        {"ab*;", "axx"},
+        // names that begin with one
+        {";", "anything"},
+        {";x", "a;b"},
+        {"*", "text/plain", false},
+        {"*", "a;b", false},
+        {"*", "*"},
+        {"*abc", ";"},
+        {"text/plain", "*"},
+        {"text/plain", ";q=1"},
+    };
+    expect_matches(NFC_NDEF_TNF_MIME, cases);
 }
 
 TEST(Match, ComparesTheLongestNamesToTheirEnd)

@@ -1,6 +1,36 @@
 #include "readers.h"
 
 namespace test {
+namespace {
+
+constexpr Output text_outputs[] = {{"utf16"}, {"code_length"}, {"code", 1}, {"length"}, {"text", 3}},
+                 uri_outputs[] = {{"code"}, {"field", 2}, {"length"}},
+                 poster_outputs[] = {{"titles"},  {"list", 0}, {"uri"},  {"action"}, {"icons"},
+                                     {"list", 4}, {"size"},    {"type"}, {"others"}, {"list", 8}},
+                 control_outputs[] = {{"config"}, {"target", -1, true}, {"flag"},   {"code"}, {"action", -1, true},
+                                      {"data"},   {"nested"},           {"list", 6}},
+                 carrier_outputs[] = {{"ctf"}, {"length"}, {"type", 1}, {"data_length"}, {"data", 3}},
+                 alternative_outputs[] = {{"cps"}, {"length"},     {"ref", 1},
+                                          {"aux"}, {"lengths", 3}, {"list", 3, false, 4}};
+
+template <auto extract, const auto &outputs> std::string read(Record record)
+{
+    return outcome(extract, std::move(record), outputs);
+}
+
+} // namespace
+
+const Read read_text = read<rtdlib_text_record_extract, text_outputs>,
+           read_uri = read<rtdlib_uri_record_extract, uri_outputs>,
+           read_poster = read<rtdlib_smart_poster_record_extract, poster_outputs>,
+           read_control = read<rtdlib_generic_control_record_extract, control_outputs>,
+           read_request = read<rtdlib_handover_request_record_extract, request_outputs>,
+           read_select = read<rtdlib_handover_select_record_extract, select_outputs>,
+           read_carrier = read<rtdlib_handover_carrier_record_extract, carrier_outputs>,
+           read_alternative = read<rtdlib_alternative_carrier_record_extract, alternative_outputs>,
+           read_collision = read<rtdlib_collision_resolution_record_extract, collision_outputs>,
+           read_error = read<rtdlib_handover_select_error_record_extract, error_outputs>,
+           read_enquiry = read<rtdlib_sharing_enquiry_record_extract, enquiry_outputs>;
 
 std::string name_of(const nfc_ndef_record *record)
 {
@@ -14,78 +44,6 @@ std::string field(const char *name, const uint8_t *data, size_t length)
         return "";
     EXPECT_NE(length, 0U) << name;
     return std::string(" ") + name + "=" + (data ? hex(copy(data, length)) : "missing " + std::to_string(length));
-}
-
-std::string read_text(Record record)
-{
-    return outcome(rtdlib_text_record_extract, std::move(record),
-                   {{"utf16"}, {"code_length"}, {"code", 1}, {"length"}, {"text", 3}});
-}
-
-std::string read_uri(Record record)
-{
-    return outcome(rtdlib_uri_record_extract, std::move(record), {{"code"}, {"field", 2}, {"length"}});
-}
-
-std::string read_poster(Record record)
-{
-    return outcome(rtdlib_smart_poster_record_extract, std::move(record),
-                   {{"titles"},
-                    {"list", 0},
-                    {"uri"},
-                    {"action"},
-                    {"icons"},
-                    {"list", 4},
-                    {"size"},
-                    {"type"},
-                    {"others"},
-                    {"list", 8}});
-}
-
-// The target and the action are freed on some failures, so they hold null before.
-std::string read_control(Record record)
-{
-    return outcome(rtdlib_generic_control_record_extract, std::move(record),
-                   {{"config"},
-                    {"target", -1, true},
-                    {"flag"},
-                    {"code"},
-                    {"action", -1, true},
-                    {"data"},
-                    {"nested"},
-                    {"list", 6}});
-}
-
-std::string read_request(Record record)
-{
-    return outcome(rtdlib_handover_request_record_extract, std::move(record), request_outputs);
-}
-
-std::string read_select(Record record)
-{
-    return outcome(rtdlib_handover_select_record_extract, std::move(record), select_outputs);
-}
-
-std::string read_carrier(Record record)
-{
-    return outcome(rtdlib_handover_carrier_record_extract, std::move(record),
-                   {{"ctf"}, {"length"}, {"type", 1}, {"data_length"}, {"data", 3}});
-}
-
-std::string read_alternative(Record record)
-{
-    return outcome(rtdlib_alternative_carrier_record_extract, std::move(record),
-                   {{"cps"}, {"length"}, {"ref", 1}, {"aux"}, {"lengths", 3}, {"list", 3, false, 4}});
-}
-
-std::string read_collision(Record record)
-{
-    return outcome(rtdlib_collision_resolution_record_extract, std::move(record), collision_outputs);
-}
-
-std::string read_error(Record record)
-{
-    return outcome(rtdlib_handover_select_error_record_extract, std::move(record), error_outputs);
 }
 
 std::string read_oob(Record record)
@@ -133,11 +91,6 @@ std::string read_legacy(Record record)
     nfc_ndef_bt_rtd_2_0_str_delete(&fields);
     EXPECT_EQ(fields, nullptr);
     return line;
-}
-
-std::string read_enquiry(Record record)
-{
-    return outcome(rtdlib_sharing_enquiry_record_extract, std::move(record), enquiry_outputs);
 }
 
 } // namespace test

@@ -7,21 +7,12 @@ namespace test {
 
 using Read = std::string (*)(Record);
 
-std::string read_text(Record record);
-std::string read_uri(Record record);
-std::string read_poster(Record record);
-std::string read_control(Record record);
-std::string read_request(Record record);
-std::string read_select(Record record);
-std::string read_carrier(Record record);
-std::string read_alternative(Record record);
-std::string read_collision(Record record);
-std::string read_error(Record record);
+extern const Read read_text, read_uri, read_poster, read_control, read_request, read_select, read_carrier,
+    read_alternative, read_collision, read_error, read_enquiry;
 // The address only when it is not 01 to 06.
 std::string read_oob(Record record);
 // The pairing type, an '@' for the address 01 to 06 and class 0A0B0C, then the other fields.
 std::string read_legacy(Record record);
-std::string read_enquiry(Record record);
 
 // The outputs of those that check their arguments.
 constexpr Output request_outputs[] = {{"cr"}, {"ac"}, {"list", 1, true}, {"version"}},
