@@ -1,10 +1,10 @@
 #include "host/list.h"
 
-ctlDList *ctlDListCreateConfig(ctlNodeConfig, const ctlMemberConfig *)
+ctlDList *ctlDListCreateConfig(ctlNodeConfig, const ctlMemberConfig *member_config)
 {
     auto *list = static_cast<ctlDList *>(os_block_alloc(sizeof(ctlDList)));
     if (list)
-        *list = {};
+        *list = {.first = nullptr, .last = nullptr, .member_config = member_config, .count = 0};
     return list;
 }
 

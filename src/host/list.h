@@ -9,16 +9,17 @@ struct ctlDListNode {
     void *member;
 };
 
-struct ctlDList {
-    ctlDListNode *first; // null when empty
-    ctlDListNode *last;
-    uint32_t count;
-};
-
 // The one configuration in use: the list allocates its nodes, and stores member pointers as they are handed to it.
 enum ctlNodeConfig { CTL_NODE_CFG_NODE };
 struct ctlMemberConfig {};
 inline constexpr ctlMemberConfig ctlMemberConfig_NoAlloc{};
+
+struct ctlDList {
+    ctlDListNode *first; // null when empty
+    ctlDListNode *last;
+    const ctlMemberConfig *member_config; // makes the head larger than a node, so that a heap keeps them apart
+    uint32_t count;
+};
 
 // A new empty list, or null.
 ctlDList *ctlDListCreateConfig(ctlNodeConfig node_config, const ctlMemberConfig *member_config);

@@ -2,8 +2,6 @@
 
 #include "record/match.h"
 
-#include <algorithm>
-
 namespace ndef {
 
 namespace {
@@ -17,11 +15,12 @@ public:
     ~RecordArray()
     {
         for (size_t i = 0; records_ && i < count_; ++i)
-            nfc_ndef_record_delete(&records_[i]);
+            free_record(records_[i]);
     }
+    explicit operator bool() const { return records_ != nullptr; }
     bool add(RecordPtr record)
     {
-        if (!records_ || !record)
+        if (!record)
             return false;
         records_[count_++] = record.release();
         return true;
@@ -35,48 +34,30 @@ private:
 
 } // namespace
 
-// Later chunks of a run count as taken, so that they are never looked at.
-void Nested::sort(std::span<const nfc_ndef_record_type> types)
+Nested::Part &Nested::find(Type type)
 {
-    if (!valid())
-        return;
-    std::fill_n(type_.begin(), scan_.size(), taken);
-    scan_.each([&](const WholeRecord &record) {
-        const nfc_ndef_record_type candidate = record.borrowed_type();
-        const auto match = std::find_if(types.begin(), types.end(),
-                                        [&](const nfc_ndef_record_type &key) { return type_equals(key, candidate); });
-        const Type type = match == types.end() ? no_type : static_cast<Type>(match - types.begin());
-        type_[scan_.position(record)] = type;
-        ++count_[type];
-        ++count_[any];
-        return true;
-    });
+    Part *part = parts_.data();
+    while (part->type != type)
+        ++part;
+    return *part;
 }
 
-size_t Nested::find(Type type) const
+void Nested::mark_taken(Part &part)
 {
-    size_t position = 0;
-    while (!is(position, type))
-        ++position;
-    return position;
-}
-
-void Nested::mark_taken(size_t position)
-{
-    --count_[type_[position]];
-    --count_[any];
-    type_[position] = taken;
+    --count_[part.type];
+    --left_;
+    part.type = taken;
 }
 
 bool Nested::take_first(Type type, nfc_ndef_record **record)
 {
     if (count(type) == 0)
         return true;
-    const size_t position = find(type);
-    RecordPtr copy = scan_.at(position).make();
+    Part &part = find(type);
+    RecordPtr copy = scan_.at(part.position).make();
     if (!copy)
         return false;
-    mark_taken(position);
+    mark_taken(part);
     *record = copy.release();
     return true;
 }
@@ -91,18 +72,31 @@ bool Nested::take_all(std::initializer_list<Type> types, uint8_t *count, nfc_nde
     *count = 0;
     *records = nullptr;
     RecordArray array(total);
+    if (!array)
+        return false;
     for (const Type type : types) {
-        for (size_t position = 0; this->count(type) != 0; ++position) {
-            if (!is(position, type))
+        for (Part *part = parts_.data(); this->count(type) != 0; ++part) {
+            if (part->type != type)
                 continue;
-            if (!array.add(scan_.at(position).make()))
+            if (!array.add(scan_.at(part->position).make()))
                 return false;
-            mark_taken(position);
+            mark_taken(*part);
         }
     }
     *count = static_cast<uint8_t>(total);
     *records = array.release();
     return true;
+}
+
+bool Nested::take_rest(uint8_t *count, nfc_ndef_record ***records)
+{
+    if (left_ == 0)
+        return true;
+    for (Part &part : std::span(parts_).first(size_))
+        if (part.type != taken)
+            part.type = rest;
+    count_[rest] = left_;
+    return take_all({rest}, count, records);
 }
 
 } // namespace ndef

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "message/scan.h"
+#include "record/match.h"
 
 #include <initializer_list>
 
@@ -13,19 +14,19 @@ class Nested {
 public:
     using Type = uint8_t;
     static constexpr size_t most_types = 8;
-    static constexpr Type any = most_types; // whatever has not been taken
 
-    template <size_t n> Nested(ByteView message, const nfc_ndef_record_type (&types)[n]) : scan_(message)
+    template <size_t n> Nested(ByteView message, const KnownType (&types)[n]) : scan_(message)
     {
         static_assert(n <= most_types);
-        sort(types);
+        if (scan_.valid())
+            scan_.each([&](const WholeRecord &record) { return add(record, type_of(record, types)); });
     }
 
     bool valid() const { return scan_.valid(); }
     size_t count(Type type) const { return count_[type]; }
 
     // The first record of a type, which must have one: to look at, and to take without a copy.
-    WholeRecord first(Type type) const { return scan_.at(find(type)); }
+    WholeRecord first(Type type) { return scan_.at(find(type).position); }
     void drop_first(Type type) { mark_taken(find(type)); }
 
     // Takes the first record of a type, if any; false when memory runs out. The output is written only with a record.
@@ -35,21 +36,41 @@ public:
     // When there are none the outputs are not written.
     bool take_all(std::initializer_list<Type> types, uint8_t *count, nfc_ndef_record ***records);
 
-private:
-    static constexpr Type no_type = most_types + 1;
-    static constexpr Type taken = most_types + 2;
+    // In the same way, whatever has not been taken.
+    bool take_rest(uint8_t *count, nfc_ndef_record ***records);
 
-    bool is(size_t position, Type type) const
+private:
+    static constexpr Type rest = most_types; // of no type that was given
+    static constexpr Type taken = most_types + 1;
+
+    struct Part {
+        uint8_t position; // in the scan
+        Type type;
+    };
+
+    template <size_t n> static Type type_of(const WholeRecord &record, const KnownType (&types)[n])
     {
-        return type == any ? type_[position] != taken : type_[position] == type;
+        const CandidateType candidate(record.first()->format(), record.first()->type());
+        for (Type type = 0; type < n; ++type)
+            if (candidate.matches(types[type]))
+                return type;
+        return rest;
     }
-    void sort(std::span<const nfc_ndef_record_type> types);
-    size_t find(Type type) const;
-    void mark_taken(size_t position);
+    bool add(const WholeRecord &record, Type type)
+    {
+        parts_[size_++] = {static_cast<uint8_t>(scan_.position(record)), type};
+        ++count_[type];
+        ++left_;
+        return true;
+    }
+    Part &find(Type type);
+    void mark_taken(Part &part);
 
     Scan scan_;
-    std::array<Type, Scan::most_read> type_;      // of each whole record, where it begins
-    std::array<uint8_t, most_types + 2> count_{}; // left, of each type, of any and of none
+    std::array<Part, Scan::most_read> parts_; // the first size_ are set
+    uint8_t size_ = 0;
+    uint8_t left_ = 0;                            // not taken
+    std::array<uint8_t, most_types + 1> count_{}; // of the parts not taken, by type
 };
 
 } // namespace ndef

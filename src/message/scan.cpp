@@ -19,18 +19,7 @@ constexpr uint8_t lone_framing = mb_bit | me_bit;
 
 bool is_unchanged(const RecordView &record) { return record.format() == NFC_NDEF_TNF_UNCHANGED; }
 
-// Whether a record keeps all the rules of its place. What ends a message cannot be a chunk that others must follow.
-inline bool fits(const RecordView &record, const Place &place)
-{
-    const int checked = place.ends() ? mb_bit | me_bit | cf_bit : mb_bit | me_bit;
-    if (((record.flags ^ place.framing) & checked) != 0)
-        return false;
-    if (place.in_run)
-        return ((record.flags ^ NFC_NDEF_TNF_UNCHANGED) & (il_bit | tnf_bits)) == 0 && record.type_length == 0;
-    return !place.chunked || !is_unchanged(record);
-}
-
-// Names the rule that a record breaks when it does not fit.
+// Names the rule that a record breaks in its place, if any.
 nfc_ndef_msg_reason broken_rule(const RecordView &record, const Place &place)
 {
     if (record.has(mb_bit) != place.begins())
@@ -51,6 +40,8 @@ nfc_ndef_msg_reason broken_rule(const RecordView &record, const Place &place)
     } else if (place.chunked && is_unchanged(record)) {
         return record.has(cf_bit) ? NFC_NDEF_MSG_CHUNK_FIRST_UNCHANGED : NFC_NDEF_MSG_UNCHANGED_OUTSIDE_CHUNKS;
     }
+    if (!place.ends() || record.has(me_bit))
+        return NFC_NDEF_MSG_VALID;
     return record.has(cf_bit) ? NFC_NDEF_MSG_CHUNK_UNFINISHED : NFC_NDEF_MSG_ME_MISSING;
 }
 
@@ -60,67 +51,117 @@ bool is_generic_control(const RecordView &record)
     return record.type_length == 2 && record.type()[0] == 'G' && record.type()[1] == 'c';
 }
 
-nfc_ndef_msg_report verdict(nfc_ndef_msg_reason reason, size_t record, size_t offset)
-{
-    return {reason, static_cast<uint32_t>(record), static_cast<uint32_t>(offset)};
-}
+// Sees the headers go by and tells whether the message is one of the usual kind, which breaks no rule for MB, ME and
+// chunks. Of the unusual ones some break none either, and broken_rule() knows.
+class Usual {
+public:
+    void next(const RecordView &record)
+    {
+        marks_ += record.flags / me_bit;
+        if ((before_ & cf_bit) != 0) {
+            odd_ |= ((record.flags ^ NFC_NDEF_TNF_UNCHANGED) & (il_bit | tnf_bits)) | record.type_length;
+            ++joined_;
+        } else if (is_unchanged(record)) [[unlikely]] {
+            odd_ = 1;
+        }
+        before_ = record.flags;
+    }
+    bool holds(const RecordView &first) const
+    {
+        return odd_ == 0 && marks_ == one_of_each && first.has(mb_bit) && (before_ & (me_bit | cf_bit)) == me_bit &&
+               !is_generic_control(first);
+    }
+    size_t joined() const { return joined_; }
+
+private:
+    static constexpr unsigned one_of_each = (mb_bit | me_bit) / me_bit; // of two that are there
+
+    unsigned marks_ = 0;  // each ME counts 1, and each MB 2
+    unsigned before_ = 0; // the header of the record before
+    unsigned odd_ = 0;    // not 0 when the message is unusual
+    size_t joined_ = 0;   // chunks that continue a run
+};
 
 } // namespace
 
-Scan::Scan(ByteView message) : report_(read(message)) {}
+void Scan::report(nfc_ndef_msg_reason reason, size_t record, size_t offset)
+{
+    report_ = {reason, static_cast<uint32_t>(record), static_cast<uint32_t>(offset)};
+}
 
-// First all records are found, as far as they decode; then the other rules are applied to what was found. The first
-// record that breaks one is the one reported.
-nfc_ndef_msg_report Scan::read(ByteView message)
+// First all records are found, as far as they decode. Only what is unusual is looked at again.
+void Scan::read(ByteView message)
 {
     if (message.empty())
-        return verdict(NFC_NDEF_MSG_BAD_ARGUMENTS, 0, 0);
+        return report(NFC_NDEF_MSG_BAD_ARGUMENTS, 0, 0);
 
     Fault fault{NFC_NDEF_MSG_VALID, 0};
     Reader in(message);
-    size_t left = message.size();
-    size_t joined = 0; // chunks that others of their run follow
-    size_t count = 0;
-    for (; left != 0; left = in.left()) {
-        RecordView record;
-        if (count == most_read)
+    Usual usual;
+    RecordView *next = records_.data();
+    RecordView *const end = next + most_read;
+    do {
+        if (next == end) [[unlikely]] {
             fault = {NFC_NDEF_MSG_TOO_MANY_RECORDS, 0};
-        else
-            fault = find_record(in, record);
-        if (fault.reason != NFC_NDEF_MSG_VALID)
             break;
-        joined += record.has(cf_bit);
-        records_[count++] = record;
-    }
-    const size_t at = message.size() - left;
-    count_ = count;
+        }
+        RecordView record;
+        fault = find_record(in, record);
+        if (fault.reason != NFC_NDEF_MSG_VALID) [[unlikely]]
+            break;
+        usual.next(record);
+        *next++ = record;
+    } while (in.left() != 0);
+    count_ = static_cast<size_t>(next - records_.data());
 
-    const bool bytes_left = left != 0;
-    const bool lone = count != 0 && is_generic_control(records_[0]);
+    if (fault.reason == NFC_NDEF_MSG_VALID && usual.holds(records_[0]))
+        return report(NFC_NDEF_MSG_VALID, count_ - usual.joined(), message.size());
+    judge(message, fault);
+}
+
+// Applies the rules to the records that were found. The first that breaks one is the one reported; the fault of what
+// could not be found comes behind them all.
+void Scan::judge(ByteView message, const Fault &fault)
+{
+    const bool bytes_left = fault.reason != NFC_NDEF_MSG_VALID;
+    const auto position = [&](const uint8_t *at) { return static_cast<size_t>(at - message.data()); };
+    const size_t end = count_ == 0 ? 0 : position(records_[count_ - 1].end());
+    size_t joined = 0;
+    for (size_t i = 0; i < count_; ++i)
+        joined += records_[i].has(cf_bit);
+
+    const bool lone = count_ != 0 && is_generic_control(records_[0]);
     Place place{.framing = lone ? lone_framing : mb_bit, .lone = lone, .in_run = false, .chunked = joined != 0};
-    for (size_t i = 0; i < count; ++i) {
+    for (size_t i = 0; i < count_; ++i) {
         const RecordView &record = records_[i];
-        const bool last = i + 1 == count;
+        const bool last = i + 1 == count_;
         if (last && !bytes_left)
             place.framing |= me_bit;
-        if (!fits(record, place)) {
-            nfc_ndef_msg_reason reason = broken_rule(record, place);
-            if (reason == NFC_NDEF_MSG_ME_EARLY && last) {
-                // Nothing that is a record follows, so this one ends the message; unless it cannot, that is its only
-                // fault.
-                place.framing |= me_bit;
-                if (fits(record, place))
-                    return verdict(NFC_NDEF_MSG_BYTES_LEFT_OVER, count, at);
-                reason = broken_rule(record, place);
-            }
-            return verdict(reason, i, static_cast<size_t>(record.header() - message.data()));
+        nfc_ndef_msg_reason reason = broken_rule(record, place);
+        if (reason == NFC_NDEF_MSG_ME_EARLY && last) {
+            // Nothing that is a record follows, so this one ends the message; unless it cannot, that is its only fault.
+            place.framing |= me_bit;
+            reason = broken_rule(record, place);
+            if (reason == NFC_NDEF_MSG_VALID)
+                return report(NFC_NDEF_MSG_BYTES_LEFT_OVER, count_, end);
         }
+        if (reason != NFC_NDEF_MSG_VALID)
+            return report(reason, i, position(record.header()));
         place.framing = lone ? lone_framing : 0;
         place.in_run = record.has(cf_bit);
     }
     if (bytes_left)
-        return verdict(fault.reason, count, at + fault.offset);
-    return verdict(NFC_NDEF_MSG_VALID, count - joined, at);
+        return report(fault.reason, count_, end + fault.offset);
+    report(NFC_NDEF_MSG_VALID, count_ - joined, end);
+}
+
+uint32_t WholeRecord::payload_length() const
+{
+    const RecordView *piece = first_;
+    uint32_t length = piece->payload_length;
+    while (piece->has(cf_bit))
+        length += (++piece)->payload_length;
+    return length;
 }
 
 uint8_t WholeRecord::first_payload_byte() const
@@ -135,25 +176,29 @@ uint8_t WholeRecord::first_payload_byte() const
 // would take unchunked.
 RecordPtr WholeRecord::join() const
 {
-    RecordPtr record = nfc_ndef_record_create_empty();
+    RecordPtr record = new_record();
     if (!record)
         return nullptr;
-    first_->describe(*record);
-    record->me = last_->has(me_bit);
+    *record = first_->described();
+    const RecordView *last = first_;
+    uint32_t length = last->payload_length;
+    while (last->has(cf_bit))
+        length += (++last)->payload_length;
+    record->me = last->has(me_bit);
     record->cf = 0;
-    record->sr = payload_length_ <= longest_short_payload;
-    record->payload_length = payload_length_;
+    record->sr = length <= longest_short_payload;
+    record->payload_length = length;
     record->parsed_length = 2 + uint32_t{first_->type_length} + (record->il ? 1u + record->id_length : 0u) +
-                            (record->sr ? 1u : 4u) + payload_length_;
+                            (record->sr ? 1u : 4u) + length;
     if (!copy_bytes(*record, first_->type(), first_->id(), {}))
         return nullptr;
-    if (payload_length_ == 0)
+    if (length == 0)
         return record;
-    Block<uint8_t> payload = new_block<uint8_t>(payload_length_);
+    Block<uint8_t> payload = new_block<uint8_t>(length);
     if (!payload)
         return nullptr;
-    Writer out({payload.get(), payload_length_});
-    for (const RecordView *piece = first_; piece <= last_; ++piece)
+    Writer out({payload.get(), length});
+    for (const RecordView *piece = first_; piece <= last; ++piece)
         out.bytes(piece->payload());
     record->payload = payload.release();
     return record;

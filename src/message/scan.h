@@ -11,32 +11,31 @@ namespace ndef {
 // A record of the message, or a run of chunks that are one.
 class WholeRecord {
 public:
-    explicit WholeRecord(const RecordView *first) : first_(first), last_(first), payload_length_(first->payload_length)
-    {
-        while (last_->has(cf_bit))
-            payload_length_ += (++last_)->payload_length;
-    }
+    explicit WholeRecord(const RecordView *first) : first_(first) {}
 
     const RecordView *first() const { return first_; }
-    const RecordView *last() const { return last_; }
-    nfc_ndef_record_type borrowed_type() const { return first_->borrowed_type(); }
-    uint32_t payload_length() const { return payload_length_; }
+    const RecordView *last() const
+    {
+        const RecordView *piece = first_;
+        while (piece->has(cf_bit))
+            ++piece;
+        return piece;
+    }
+    uint32_t payload_length() const;
     uint8_t first_payload_byte() const; // of a payload that is not empty
 
     // The record in blocks of its own, or null.
-    RecordPtr make() const { return first_ == last_ ? first_->make() : join(); }
+    RecordPtr make() const { return first_->has(cf_bit) ? join() : first_->make(); }
 
 private:
     RecordPtr join() const;
 
     const RecordView *first_;
-    const RecordView *last_;
-    uint32_t payload_length_;
 };
 
 class Scan {
 public:
-    explicit Scan(ByteView message);
+    explicit Scan(ByteView message) { read(message); }
     Scan(const Scan &) = delete;
     Scan &operator=(const Scan &) = delete;
 
@@ -64,7 +63,9 @@ public:
     static constexpr size_t most_read = 254;
 
 private:
-    nfc_ndef_msg_report read(ByteView message);
+    void read(ByteView message);
+    void judge(ByteView message, const Fault &fault);
+    void report(nfc_ndef_msg_reason reason, size_t record, size_t offset);
 
     std::array<RecordView, most_read> records_; // the first count_ are set
     size_t count_ = 0;

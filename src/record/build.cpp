@@ -2,7 +2,7 @@
 
 namespace ndef {
 
-RecordPtr record_of(const nfc_ndef_record_type &type, Payload &payload, ByteView id)
+RecordPtr record_of(const KnownType &type, Payload &payload, ByteView id)
 {
     if (!payload.ready())
         return nullptr;
@@ -10,10 +10,10 @@ RecordPtr record_of(const nfc_ndef_record_type &type, Payload &payload, ByteView
     if (!record)
         return nullptr;
     record->record_type.format = type.format;
-    record->record_type.name_length = type.name_length;
+    record->record_type.name_length = static_cast<uint8_t>(type.name.size());
     record->il = !id.empty();
     record->id_length = static_cast<uint8_t>(id.size());
-    if (!copy_bytes(*record, {type.name, type.name_length}, id, {}))
+    if (!copy_bytes(*record, type.bytes(), id, {}))
         return nullptr;
     record->sr = payload.size() < flagged_short_below;
     record->payload_length = payload.size();
@@ -21,7 +21,7 @@ RecordPtr record_of(const nfc_ndef_record_type &type, Payload &payload, ByteView
     return record;
 }
 
-RecordPtr lone_record_of(const nfc_ndef_record_type &type, Payload &payload)
+RecordPtr lone_record_of(const KnownType &type, Payload &payload)
 {
     RecordPtr record = record_of(type, payload);
     if (record)

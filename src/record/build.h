@@ -1,20 +1,10 @@
 // What every builder of a record type shares.
 #pragma once
 
+#include "record/known_type.h"
 #include "record/record.h"
 
-#include <string_view>
-
 namespace ndef {
-
-// A type on the stack that points to a literal: to build a record with, or to look one up.
-inline nfc_ndef_record_type type_of(uint32_t format, std::string_view name)
-{
-    return {.name = borrow({reinterpret_cast<const uint8_t *>(name.data()), name.size()}),
-            .name_length = static_cast<uint8_t>(name.size()),
-            .format = format};
-}
-inline nfc_ndef_record_type well_known(std::string_view name) { return type_of(NFC_NDEF_TNF_WELL_KNOWN, name); }
 
 // Whether an optional id, its length and the flag that announces it go together.
 inline bool is_optional_id(const uint8_t *id, uint8_t id_length, uint8_t id_present)
@@ -70,9 +60,9 @@ private:
 
 // A record of a type, an id and a finished payload, with the flags that nfc_ndef_record_create_from_param() gives; or
 // null.
-[[nodiscard]] RecordPtr record_of(const nfc_ndef_record_type &type, Payload &payload, ByteView id = {});
+[[nodiscard]] RecordPtr record_of(const KnownType &type, Payload &payload, ByteView id = {});
 
 // As above, for the types that are made as the only record of a message: with MB, ME and SR set.
-[[nodiscard]] RecordPtr lone_record_of(const nfc_ndef_record_type &type, Payload &payload);
+[[nodiscard]] RecordPtr lone_record_of(const KnownType &type, Payload &payload);
 
 } // namespace ndef

@@ -19,9 +19,9 @@ constexpr uint32_t header_length_of(uint8_t flags) { return 3u + (flags & sr_bit
 struct RecordView {
     const uint8_t *body; // what follows the header: type, id and payload
     uint32_t payload_length;
-    uint8_t flags; // the header byte
     uint8_t type_length;
     uint8_t id_length;
+    uint8_t flags; // the header byte
 
     bool has(uint8_t bit) const { return (flags & bit) != 0; }
     uint8_t format() const { return flags & tnf_bits; }
@@ -30,35 +30,31 @@ struct RecordView {
     ByteView payload() const { return {body + type_length + id_length, payload_length}; }
     uint32_t length() const { return header_length_of(flags) + type_length + id_length + payload_length; }
     const uint8_t *header() const { return body - header_length_of(flags); }
+    const uint8_t *end() const { return body + type_length + id_length + payload_length; }
 
-    // A type that points into the bytes.
-    nfc_ndef_record_type borrowed_type() const
+    // The flags and lengths of a record, without its bytes.
+    nfc_ndef_record described() const
     {
-        return {.name = borrow(type()), .name_length = type_length, .format = format()};
-    }
-
-    // Sets the flags and lengths of a record, but not its bytes.
-    void describe(nfc_ndef_record &record) const
-    {
-        record.mb = has(mb_bit);
-        record.me = has(me_bit);
-        record.cf = has(cf_bit);
-        record.sr = has(sr_bit);
-        record.il = has(il_bit);
-        record.payload_length = payload_length;
-        record.id_length = id_length;
-        record.record_type.name_length = type_length;
-        record.record_type.format = format();
-        record.parsed_length = length();
+        return {.mb = has(mb_bit),
+                .me = has(me_bit),
+                .cf = has(cf_bit),
+                .sr = has(sr_bit),
+                .il = has(il_bit),
+                .payload_length = payload_length,
+                .id_length = id_length,
+                .id = nullptr,
+                .payload = nullptr,
+                .record_type = {.name = nullptr, .name_length = type_length, .format = format()},
+                .parsed_length = length()};
     }
 
     // The record in blocks of its own, or null.
     [[nodiscard]] RecordPtr make() const
     {
-        RecordPtr record = nfc_ndef_record_create_empty();
+        RecordPtr record = new_record();
         if (!record)
             return nullptr;
-        describe(*record);
+        *record = described();
         return copy_bytes(*record, type(), id(), payload()) ? std::move(record) : nullptr;
     }
 };
@@ -69,50 +65,56 @@ struct Fault {
     size_t offset;
 };
 
-// Whether a header has a format that restricts the lengths.
-constexpr bool has_format_rule(uint8_t flags)
+// Whether a header has one of the four formats that come with a type name.
+constexpr bool is_named(uint8_t flags)
 {
-    constexpr unsigned ruled = 1u << NFC_NDEF_TNF_EMPTY | 1u << NFC_NDEF_TNF_UNKNOWN | 1u << NFC_NDEF_TNF_RESERVED;
-    return (ruled >> (flags & tnf_bits) & 1) != 0;
+    const unsigned format = flags & tnf_bits;
+    return format >= NFC_NDEF_TNF_WELL_KNOWN && format <= NFC_NDEF_TNF_EXTERNAL;
 }
 
 // Finds the record at the front and steps over it. Only when the reason is NFC_NDEF_MSG_VALID, the view is set and the
 // reader stands behind the record.
 [[gnu::always_inline]] inline Fault find_record(Reader &in, RecordView &record)
 {
-    record.flags = in.u8();
-    record.type_length = in.u8();
-    record.payload_length = in.u8();
-    record.id_length = 0;
-    if ((record.flags & (sr_bit | il_bit)) != sr_bit) [[unlikely]] { // not the straight path: a long payload, or an id
-        if (!record.has(sr_bit)) {
+    constexpr Fault cut_short{NFC_NDEF_MSG_HEADER_CUT_SHORT, 0};
+    const ByteView header = in.take(3);
+    if (header.empty()) [[unlikely]]
+        return cut_short;
+    const uint8_t flags = header[0];
+    const uint32_t type_length = header[1];
+    uint32_t id_length = 0;
+    uint32_t payload_length = header[2];
+    if ((flags & (sr_bit | il_bit)) != sr_bit) [[unlikely]] { // not the straight path: a long payload, or an id
+        if ((flags & sr_bit) == 0) {
             const uint32_t middle = in.be<uint16_t>();
-            record.payload_length = record.payload_length << 24 | middle << 8 | in.u8();
+            payload_length = payload_length << 24 | middle << 8 | in.u8();
         }
-        if (record.has(il_bit))
-            record.id_length = in.u8();
+        if ((flags & il_bit) != 0)
+            id_length = in.u8();
+        if (!in.ok())
+            return cut_short;
     }
-    if (!in.ok())
-        return {NFC_NDEF_MSG_HEADER_CUT_SHORT, 0};
-    if (has_format_rule(record.flags)) [[unlikely]] {
-        const bool empty = record.format() == NFC_NDEF_TNF_EMPTY;
-        if (empty && (record.type_length | record.id_length | record.payload_length) != 0)
+    if (!is_named(flags)) [[unlikely]] { // what "unchanged" allows depends on the records before it
+        const unsigned format = flags & tnf_bits;
+        if (format == NFC_NDEF_TNF_EMPTY && (type_length | id_length | payload_length) != 0)
             return {NFC_NDEF_MSG_EMPTY_WITH_LENGTHS, 0};
-        if (!empty && record.type_length != 0)
+        if ((format == NFC_NDEF_TNF_UNKNOWN || format == NFC_NDEF_TNF_RESERVED) && type_length != 0)
             return {NFC_NDEF_MSG_TYPE_NOT_ALLOWED, 0};
     }
 
     const size_t left = in.left();
-    const uint64_t body_length = uint64_t{record.payload_length} + record.type_length + record.id_length;
+    const uint32_t names_length = type_length + id_length;
+    const uint64_t body_length = uint64_t{payload_length} + names_length;
     if (body_length > left) [[unlikely]] {
-        const size_t header_length = header_length_of(record.flags);
-        if (record.type_length > left)
+        const size_t header_length = header_length_of(flags);
+        if (type_length > left)
             return {NFC_NDEF_MSG_TYPE_PAST_END, header_length};
-        if (size_t{record.type_length} + record.id_length > left)
-            return {NFC_NDEF_MSG_ID_PAST_END, header_length + record.type_length};
-        return {NFC_NDEF_MSG_PAYLOAD_PAST_END, header_length + record.type_length + record.id_length};
+        if (names_length > left)
+            return {NFC_NDEF_MSG_ID_PAST_END, header_length + type_length};
+        return {NFC_NDEF_MSG_PAYLOAD_PAST_END, header_length + names_length};
     }
-    record.body = in.take(static_cast<size_t>(body_length)).data();
+    const uint8_t *const body = in.take(static_cast<size_t>(body_length)).data();
+    record = {body, payload_length, static_cast<uint8_t>(type_length), static_cast<uint8_t>(id_length), flags};
     return {NFC_NDEF_MSG_VALID, 0};
 }
 
@@ -124,10 +126,9 @@ inline bool is_consistent(const nfc_ndef_record &record)
     const nfc_ndef_record_type &type = record.record_type;
     if (type.format == NFC_NDEF_TNF_EMPTY && (type.name_length | record.id_length | record.payload_length) != 0)
         return false;
-    const bool name_fits = (type.name != nullptr) == (type.name_length != 0);
-    const bool id_fits = (record.id != nullptr) == (record.id_length != 0);
-    const bool payload_fits = (record.payload != nullptr) == (record.payload_length != 0);
-    return name_fits & id_fits & payload_fits;
+    const auto unpaired = [](const void *bytes, uint32_t length) { return (bytes == nullptr) ^ (length == 0); };
+    return (unpaired(type.name, type.name_length) | unpaired(record.id, record.id_length) |
+            unpaired(record.payload, record.payload_length)) == 0;
 }
 
 // How many bytes a record takes in its wire form; 0 when it is inconsistent or would take more than 2^31 - 1.

@@ -1,62 +1,75 @@
 #include "record/match.h"
 
 #include <algorithm>
-#include <array>
 
 namespace {
 
 using ndef::ByteView;
 
+// Of ASCII letters.
 uint8_t lower(uint8_t byte) { return byte >= 'A' && byte <= 'Z' ? static_cast<uint8_t>(byte + ('a' - 'A')) : byte; }
+
+bool equal_letter(uint8_t a, uint8_t b) { return a == b || lower(a) == lower(b); }
 
 bool equal_ignoring_case(ByteView a, ByteView b)
 {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](uint8_t x, uint8_t y) { return lower(x) == lower(y); });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), equal_letter);
 }
 
-// Where the compared part of a media type ends: at its parameters or at a wildcard. Its length when it has neither.
+// What ends the compared part of a media type: its parameters, or a wildcard.
+bool is_mark(uint8_t c) { return c == ';' || c == '*'; }
+
 size_t find_mark(ByteView name)
 {
-    constexpr std::array<uint8_t, 2> marks{';', '*'};
-    return static_cast<size_t>(std::find_first_of(name.begin(), name.end(), marks.begin(), marks.end()) - name.begin());
+    return static_cast<size_t>(std::find_if(name.begin(), name.end(), is_mark) - name.begin());
+}
+
+// Whether a key's part and a candidate agree until one of them ends.
+bool agree(ByteView part, ByteView candidate)
+{
+    for (size_t i = 0; i < part.size() && i < candidate.size() && !is_mark(candidate[i]); ++i)
+        if (!equal_letter(part[i], candidate[i]))
+            return false;
+    return true;
 }
 
 // The two sides are read differently: only in the key does a wildcard take the character before it along.
 bool media_type_equals(ByteView key, ByteView candidate)
 {
-    const size_t candidate_part = find_mark(candidate);
-    if (candidate_part == 0)
+    if (is_mark(candidate[0]))
         return true;
-    size_t key_part = find_mark(key);
-    if (key_part == key.size()) {
-        if (candidate_part == candidate.size())
-            return equal_ignoring_case(key, candidate);
-    } else if (key[key_part] == '*') {
-        if (key_part == 0)
-            return false; // compared byte for byte, and '*' begins no candidate here
-        --key_part;
-    }
-    const size_t compared = std::min(key_part, candidate_part);
-    return equal_ignoring_case(key.first(compared), candidate.first(compared));
+    const size_t mark = find_mark(key);
+    if (mark == key.size())
+        return find_mark(candidate) == candidate.size() ? equal_ignoring_case(key, candidate) : agree(key, candidate);
+    if (key[mark] == ';')
+        return agree(key.first(mark), candidate);
+    return mark != 0 && agree(key.first(mark - 1), candidate); // '*' begins no candidate here
+}
+
+bool has_name(const nfc_ndef_record_type &type) { return type.name && type.name_length != 0; }
+
+bool type_equals(const nfc_ndef_record_type &key, const nfc_ndef_record_type &candidate)
+{
+    if (key.format != candidate.format)
+        return false;
+    if (key.format == NFC_NDEF_TNF_EMPTY || key.format == NFC_NDEF_TNF_UNKNOWN)
+        return !key.name && !candidate.name && key.name_length == 0 && candidate.name_length == 0;
+    return has_name(key) && has_name(candidate) &&
+           ndef::names_match(key.format, {key.name, key.name_length}, {candidate.name, candidate.name_length});
 }
 
 } // namespace
 
-bool ndef::other_type_equals(const nfc_ndef_record_type &key, const nfc_ndef_record_type &candidate)
+bool ndef::names_match(uint32_t format, ByteView key, ByteView candidate)
 {
-    if (key.format == NFC_NDEF_TNF_EMPTY || key.format == NFC_NDEF_TNF_UNKNOWN)
-        return !key.name && !candidate.name && key.name_length == 0 && candidate.name_length == 0;
-    if (!has_name(key) || !has_name(candidate))
-        return false;
-    const ByteView key_name{key.name, key.name_length};
-    const ByteView candidate_name{candidate.name, candidate.name_length};
-    switch (key.format) {
+    switch (format) {
+    case NFC_NDEF_TNF_WELL_KNOWN:
+        return std::equal(key.begin(), key.end(), candidate.begin(), candidate.end());
     case NFC_NDEF_TNF_MIME:
-        return media_type_equals(key_name, candidate_name);
+        return media_type_equals(key, candidate);
     case NFC_NDEF_TNF_ABSOLUTE_URI:
     case NFC_NDEF_TNF_EXTERNAL:
-        return equal_ignoring_case(key_name, candidate_name);
+        return equal_ignoring_case(key, candidate);
     default:
         return false;
     }
@@ -66,5 +79,5 @@ uint8_t nfc_ndef_record_type_equals(const nfc_ndef_record_type *key, const nfc_n
 {
     if (key == candidate)
         return 1;
-    return key && candidate && ndef::type_equals(*key, *candidate);
+    return key && candidate && type_equals(*key, *candidate);
 }

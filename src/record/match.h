@@ -1,28 +1,31 @@
 // Whether a record's type matches a key: NFC Forum RTD 1.0.
 #pragma once
 
-#include "host/block.h"
+#include "record/known_type.h"
 
 namespace ndef {
 
-inline bool has_name(const nfc_ndef_record_type &type) { return type.name && type.name_length != 0; }
+// Whether two names of one format match; neither is empty.
+bool names_match(uint32_t format, ByteView key, ByteView candidate);
 
-// The formats other than well-known.
-bool other_type_equals(const nfc_ndef_record_type &key, const nfc_ndef_record_type &candidate);
+// A type to be compared with several known ones.
+class CandidateType {
+public:
+    CandidateType(uint32_t format, ByteView name)
+        : format_(format), short_name_(format == NFC_NDEF_TNF_WELL_KNOWN ? short_name(name) : 0), name_(name)
+    {
+    }
+    bool matches(const KnownType &key) const
+    {
+        if (short_name_ != 0)
+            return key.short_name == short_name_;
+        return key.format == format_ && !name_.empty() && names_match(format_, key.bytes(), name_);
+    }
 
-// Well-known types, which a nested message is mostly made of, are compared without a call.
-inline bool type_equals(const nfc_ndef_record_type &key, const nfc_ndef_record_type &candidate)
-{
-    if (key.format != candidate.format)
-        return false;
-    if (key.format != NFC_NDEF_TNF_WELL_KNOWN)
-        return other_type_equals(key, candidate);
-    if (key.name_length != candidate.name_length || !has_name(key) || !has_name(candidate))
-        return false;
-    for (size_t i = 0; i < key.name_length; ++i)
-        if (key.name[i] != candidate.name[i])
-            return false;
-    return true;
-}
+private:
+    uint32_t format_;
+    uint32_t short_name_; // of a well-known type, else 0
+    ByteView name_;
+};
 
 } // namespace ndef

@@ -1,4 +1,4 @@
-// Records inside the library: owned ones, and borrowed ones that live on the stack and point to somebody else's bytes.
+// Records inside the library: making, filling, copying and freeing them.
 #pragma once
 
 #include "host/block.h"
@@ -22,9 +22,6 @@ struct RecordDelete {
 };
 using RecordPtr = std::unique_ptr<nfc_ndef_record, RecordDelete>;
 
-// Bytes for the fields of a borrowed record or type, which nobody writes to or frees.
-inline uint8_t *borrow(ByteView bytes) { return bytes.empty() ? nullptr : const_cast<uint8_t *>(bytes.data()); }
-
 inline ByteView payload_of(const nfc_ndef_record *record)
 {
     uint32_t length = 0;
@@ -36,10 +33,16 @@ inline ByteView payload_of(const nfc_ndef_record *record)
 // payload of exactly this length in the short form too.
 constexpr uint32_t flagged_short_below = 255;
 
+// A new record whose fields are not set yet, pointers included; or null.
+[[nodiscard]] inline RecordPtr new_record()
+{
+    return RecordPtr{static_cast<nfc_ndef_record *>(os_block_alloc(sizeof(nfc_ndef_record)))};
+}
+
 // A new record without type, id and payload, of unknown format; or null.
 [[nodiscard]] inline RecordPtr nfc_ndef_record_create_empty()
 {
-    RecordPtr record{static_cast<nfc_ndef_record *>(os_block_alloc(sizeof(nfc_ndef_record)))};
+    RecordPtr record = new_record();
     if (record) {
         *record = {};
         record->record_type.format = NFC_NDEF_TNF_UNKNOWN;

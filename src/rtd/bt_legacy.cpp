@@ -48,7 +48,7 @@ nfc_ndef_record *rtdlib_bt_configuration_data_record_create(const nfc_ndef_bt_rt
         .bytes(pairing_data)
         .u8(fields->local_name_length)
         .bytes(name);
-    return record_of(type_of(NFC_NDEF_TNF_EXTERNAL, type_name), payload, {id, id_length}).release();
+    return record_of(external(type_name), payload, {id, id_length}).release();
 }
 
 int8_t rtdlib_bt_configuration_data_record_extract(const nfc_ndef_record *record, nfc_ndef_bt_rtd_2_0_str **fields)

@@ -33,7 +33,7 @@ constexpr size_t longest_eir_data = UINT8_MAX - 1; // the length byte counts the
 constexpr uint64_t longest_payload = UINT16_MAX;
 constexpr uint8_t most_manufacturer_entries = UINT8_MAX;
 
-nfc_ndef_record_type oob_type() { return type_of(NFC_NDEF_TNF_MIME, "application/vnd.bluetooth.ep.oob"); }
+constexpr KnownType oob_type = media("application/vnd.bluetooth.ep.oob");
 
 // One EIR structure.
 struct Eir {
@@ -219,8 +219,11 @@ void write_field(Payload &payload, uint8_t type, const Field &field)
 
 void free_entries(uint8_t **entries, size_t count)
 {
-    for (size_t i = 0; entries && i < count; ++i)
-        g_free(entries[i]);
+    if (!entries)
+        return;
+    for (size_t i = 0; i < count; ++i)
+        if (entries[i])
+            g_free(entries[i]);
     g_free(entries);
 }
 
@@ -272,7 +275,7 @@ nfc_ndef_record *rtdlib_bt_2_1_configuration_data_record_create(const nfc_ndef_b
     for (size_t i = 0; i < fields->manufacturer_data_count; ++i)
         write_eir(payload, manufacturer, {fields->manufacturer_ids[i], company_id_length},
                   {fields->manufacturer_data[i], fields->manufacturer_data_lengths[i]});
-    return record_of(oob_type(), payload, {id, id_length}).release();
+    return record_of(oob_type, payload, {id, id_length}).release();
 }
 
 int8_t rtdlib_bt_2_1_configuration_data_record_extract(const nfc_ndef_record *record, nfc_ndef_bt_rtd_2_1_str **fields)
@@ -307,7 +310,8 @@ void nfc_ndef_bt_rtd_2_1_str_delete(nfc_ndef_bt_rtd_2_1_str **fields)
     nfc_ndef_bt_rtd_2_1_str &freed = **fields;
     for (uint8_t *field : {freed.local_name, freed.hash_c, freed.randomizer_r, freed.uuid16_list, freed.uuid32_list,
                            freed.uuid128_list, freed.manufacturer_data_lengths})
-        g_free(field);
+        if (field)
+            g_free(field);
     free_entries(freed.manufacturer_ids, freed.manufacturer_data_count);
     free_entries(freed.manufacturer_data, freed.manufacturer_data_count);
     g_free(*fields);

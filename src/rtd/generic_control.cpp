@@ -74,7 +74,8 @@ int8_t rtdlib_generic_control_record_extract(const nfc_ndef_record *record, uint
     enum : Nested::Type { target, action, data, control };
     Reader payload(payload_of(record));
     const uint8_t config_byte = payload.u8();
-    Nested nested(payload.rest(), {well_known("t"), well_known("a"), well_known("d"), well_known("Gc")});
+    static constexpr KnownType parts[] = {well_known("t"), well_known("a"), well_known("d"), well_known("Gc")};
+    Nested nested(payload.rest(), parts);
     if (!nested.valid())
         return failure;
 

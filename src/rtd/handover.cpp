@@ -58,7 +58,8 @@ int8_t rtdlib_handover_request_record_extract(const nfc_ndef_record *record, nfc
     *version = read.byte;
     if (!read.is_read())
         return failure;
-    Nested request(payload.rest(), {well_known("cr"), well_known("ac")});
+    static constexpr KnownType parts[] = {well_known("cr"), well_known("ac")};
+    Nested request(payload.rest(), parts);
     if (!request.valid())
         return failure;
 
@@ -95,7 +96,8 @@ int8_t rtdlib_handover_select_record_extract(const nfc_ndef_record *record, uint
         *ac_count = 0;
         return success;
     }
-    Nested select(payload.rest(), {well_known("ac"), well_known("err")});
+    static constexpr KnownType parts[] = {well_known("ac"), well_known("err")};
+    Nested select(payload.rest(), parts);
     if (!select.valid())
         return failure;
 

@@ -16,7 +16,7 @@ nfc_ndef_record *rtdlib_sharing_enquiry_record_create(uint8_t enquiry_type, uint
         return nullptr;
     Payload payload(3 + uint64_t{enquiry_data_length});
     payload.u8(version).u8(enquiry_type).u8(enquiry_data_length).bytes({enquiry_data, enquiry_data_length});
-    return record_of(type_of(NFC_NDEF_TNF_EXTERNAL, type_name), payload).release();
+    return record_of(external(type_name), payload).release();
 }
 
 int8_t rtdlib_sharing_enquiry_record_extract(const nfc_ndef_record *record, uint8_t *enquiry_type,

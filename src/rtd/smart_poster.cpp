@@ -41,9 +41,9 @@ int8_t rtdlib_smart_poster_record_extract(const nfc_ndef_record *record, uint8_t
                                           nfc_ndef_record ***other_records)
 {
     enum : Nested::Type { uri, title, type, size, act, image, video };
-    Nested poster(payload_of(record),
-                  {well_known("U"), well_known("T"), well_known("t"), well_known("s"), well_known("act"),
-                   type_of(NFC_NDEF_TNF_MIME, "image*"), type_of(NFC_NDEF_TNF_MIME, "video*")});
+    static constexpr KnownType parts[] = {well_known("U"),   well_known("T"), well_known("t"), well_known("s"),
+                                          well_known("act"), media("image*"), media("video*")};
+    Nested poster(payload_of(record), parts);
 
     if (!poster.valid() || poster.count(uri) != 1 || !poster.take_first(uri, uri_record))
         return failure;
@@ -69,7 +69,7 @@ int8_t rtdlib_smart_poster_record_extract(const nfc_ndef_record *record, uint8_t
         return failure;
 
     *other_count = 0;
-    if (!poster.take_all({Nested::any}, other_count, other_records))
+    if (!poster.take_rest(other_count, other_records))
         return failure;
     return success;
 }
