@@ -73,17 +73,4 @@ TEST(AllocationCount, ExtractingAsksForWhatItHandsOverAndForNoNestedMessage)
     }
 }
 
-TEST(AllocationCount, LookingUpAsksForNothing)
-{
-    const Message m = parse(bytes("99 01 01 01 54 69 61 52 03 01 61 2F 62 63"));
-    const RecordType media = type(NFC_NDEF_TNF_MIME, "A/B"), absent = type(NFC_NDEF_TNF_WELL_KNOWN, "X");
-    uint8_t count = 0;
-    const size_t before = allocations();
-    EXPECT_EQ(nfc_ndef_msg_get_records_by_type(m.get(), absent.get(), &count), nullptr);
-    EXPECT_EQ(allocations(), before);
-    const nfc_ndef::Block<const nfc_ndef_record *> found(
-        nfc_ndef_msg_get_records_by_type(m.get(), media.get(), &count));
-    EXPECT_EQ(allocations(), before + 1); // the array that is handed over
-}
-
 } // namespace

@@ -8,13 +8,8 @@ TEST(Encode, SetsTheFlagsByPosition)
 {
     // The record's own flags, each of them wrong somewhere, do not count.
     const Record r = decode(bytes("F1 01 01 54 61"));
-    for (const auto &[count, expected] : {std::pair{1, "D101015461"},
-                                          {2, "9101015461"
-                                              "5101015461"},
-                                          {4, "9101015461"
-                                              "1101015461"
-                                              "1101015461"
-                                              "5101015461"}}) {
+    for (const auto &[count, expected] :
+         {std::pair{1, "D101015461"}, {2, "91010154615101015461"}, {4, "9101015461110101546111010154615101015461"}}) {
         const Message m(nfc_ndef_msg_create());
         for (int i = 0; i < count; ++i)
             ASSERT_EQ(nfc_ndef_msg_append_record(m.get(), r.get()), 1U);
