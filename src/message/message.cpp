@@ -45,7 +45,7 @@ using namespace ndef;
 
 nfc_ndef_msg *nfc_ndef_msg_create(void)
 {
-    Block<nfc_ndef_msg> message = new_zeroed_block<nfc_ndef_msg>(1);
+    Block<nfc_ndef_msg> message = new_block<nfc_ndef_msg>(1);
     if (!message)
         return nullptr;
     message[0].records = ctlDListCreateConfig(CTL_NODE_CFG_NODE, &ctlMemberConfig_NoAlloc);
