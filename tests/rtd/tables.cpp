@@ -41,18 +41,20 @@ Record unencodable()
     return broken;
 }
 
-void expect_row(const Built &row)
+void expect_built(std::span<const Built> rows)
 {
-    std::string found = "null";
-    if (const nfc_ndef_record *const r = row.record.get()) {
-        found = std::to_string(r->record_type.format);
-        for (const auto &[flag, letter] :
-             {std::pair(r->mb, 'B'), {r->me, 'E'}, {r->cf, 'C'}, {r->sr, 'S'}, {r->il, 'I'}})
-            found += flag == 0 ? "" : flag == 1 ? std::string(1, letter) : "?";
-        found += " " + name_of(r);
+    for (const auto &[made, kind, payload, fault] : rows) {
+        std::string found = "null";
+        if (const nfc_ndef_record *const r = made.get()) {
+            found = std::to_string(r->record_type.format);
+            for (const auto &[flag, letter] :
+                 {std::pair(r->mb, 'B'), {r->me, 'E'}, {r->cf, 'C'}, {r->sr, 'S'}, {r->il, 'I'}})
+                found += flag == 0 ? "" : flag == 1 ? std::string(1, letter) : "?";
+            found += " " + name_of(r);
+        }
+        EXPECT_EQ(found, kind) << fault;
+        EXPECT_EQ(hex(payload_of(made.get())), hex(spelled(payload))) << fault;
     }
-    EXPECT_EQ(found, row.kind) << row.fault;
-    EXPECT_EQ(hex(payload_of(row.record.get())), hex(spelled(row.payload))) << row.fault;
 }
 
 void expect_read(Read read, std::span<const Payload> rows)

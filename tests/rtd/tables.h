@@ -43,12 +43,7 @@ struct Built {
     Built(Record refused, const char *shown_by) : Built(std::move(refused), "null", "", shown_by) {}
     Built(nfc_ndef_record *refused, const char *shown_by) : Built(Record(refused), shown_by) {}
 };
-void expect_row(const Built &row);
-template <size_t n> void expect_built(const Built (&rows)[n])
-{
-    for (const Built &row : rows)
-        expect_row(row);
-}
+void expect_built(std::span<const Built> rows);
 
 struct Payload {
     std::string payload, expected;
