@@ -19,7 +19,7 @@ TEST(Allocator, DefaultsGiveABlockForAnySize)
     auto *const dealloc = default_of(&os_block_dealloc, "os_block_dealloc");
     ASSERT_TRUE(alloc && alloc_and_clear && dealloc && alloc != &os_block_alloc);
 
-    for (const size_t size : {0, 1, 31, 4095, 4096, 100000}) {
+    for (const size_t size : std::initializer_list<size_t>{0, 1, 31, 4095, 4096, 100000}) {
         auto *const used_before = static_cast<uint8_t *>(alloc(size));
         ASSERT_NE(used_before, nullptr) << size;
         std::fill_n(used_before, size, uint8_t{0xFF});

@@ -30,9 +30,9 @@ TEST(Match, FollowsTheRuleOfTheFormat)
     expect_matches(NFC_NDEF_TNF_ABSOLUTE_URI, {{"a/[", "a/{", false}, {"a/@", "a/`", false}}); // not letters
     expect_matches(NFC_NDEF_TNF_EXTERNAL, {{"Example.com:BT", "example.COM:bt"}, {"AZ", "az"}});
     expect_matches(NFC_NDEF_TNF_EXTERNAL, {{"a:b", "a:bc", false}, {"", "", false}});
-    for (const uint32_t format : {NFC_NDEF_TNF_EMPTY, NFC_NDEF_TNF_UNKNOWN})
+    for (const uint32_t format : std::initializer_list<uint32_t>{NFC_NDEF_TNF_EMPTY, NFC_NDEF_TNF_UNKNOWN})
         expect_matches(format, {{"", ""}});
-    for (const uint32_t format : {NFC_NDEF_TNF_UNCHANGED, NFC_NDEF_TNF_RESERVED, 255})
+    for (const uint32_t format : std::initializer_list<uint32_t>{NFC_NDEF_TNF_UNCHANGED, NFC_NDEF_TNF_RESERVED, 255})
         expect_matches(format, {{"T", "T", false}});
     EXPECT_EQ(nfc_ndef_record_type_equals(type(1, "T").get(), type(4, "T").get()), 0);
     EXPECT_EQ(nfc_ndef_record_type_equals(type(0, "").get(), type(5, "").get()), 0);
