@@ -30,14 +30,13 @@ template <class T> [[nodiscard]] Block<T> new_zeroed_block(size_t count)
     return Block<T>{static_cast<T *>(os_block_alloc_and_clear(count * sizeof(T)))};
 }
 
-// A new block with a copy of bytes, of which there is at least one, or null. Not inline: where a compiler sees that a
-// length fits a byte, it copies with a string instruction, whose start takes longer than a call.
-[[nodiscard]] uint8_t *duplicate(const uint8_t *bytes, size_t length);
-
 // A copy in a block of its own, even of nothing, or null.
 [[nodiscard]] inline Block<uint8_t> copy_of(ByteView source)
 {
-    return source.empty() ? new_block<uint8_t>(0) : Block<uint8_t>{duplicate(source.data(), source.size())};
+    Block<uint8_t> copy = new_block<uint8_t>(source.size());
+    if (copy && !source.empty())
+        std::memcpy(copy.get(), source.data(), source.size());
+    return copy;
 }
 
 // The bytes of a field that may be inconsistent: none when the pointer is null, whatever the length says.
@@ -46,7 +45,7 @@ inline ByteView bytes_of(const uint8_t *field, size_t length) { return {field, f
 // Gives a field, which is null when there are no bytes, a copy of its own; false, and null, when memory runs out.
 [[nodiscard]] inline bool copy_to(uint8_t *&field, ByteView source)
 {
-    field = source.empty() ? nullptr : duplicate(source.data(), source.size());
+    field = source.empty() ? nullptr : copy_of(source).release();
     return field || source.empty();
 }
 

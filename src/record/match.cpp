@@ -9,6 +9,17 @@ using ndef::ByteView;
 // Of ASCII letters.
 uint8_t lower(uint8_t byte) { return byte >= 'A' && byte <= 'Z' ? static_cast<uint8_t>(byte + ('a' - 'A')) : byte; }
 
+// A loop, because the names of well-known types are shorter than a call of memcmp.
+bool equal_bytes(ByteView a, ByteView b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (size_t i = 0; i < a.size(); ++i)
+        if (a[i] != b[i])
+            return false;
+    return true;
+}
+
 bool equal_letter(uint8_t a, uint8_t b) { return a == b || lower(a) == lower(b); }
 
 bool equal_ignoring_case(ByteView a, ByteView b)
@@ -62,9 +73,9 @@ bool type_equals(const nfc_ndef_record_type &key, const nfc_ndef_record_type &ca
 
 bool ndef::names_match(uint32_t format, ByteView key, ByteView candidate)
 {
+    if (format == NFC_NDEF_TNF_WELL_KNOWN)
+        return equal_bytes(key, candidate);
     switch (format) {
-    case NFC_NDEF_TNF_WELL_KNOWN:
-        return std::equal(key.begin(), key.end(), candidate.begin(), candidate.end());
     case NFC_NDEF_TNF_MIME:
         return media_type_equals(key, candidate);
     case NFC_NDEF_TNF_ABSOLUTE_URI:
