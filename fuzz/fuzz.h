@@ -42,7 +42,7 @@ bool end_failure();
 // The memory that the library may take for so many bytes. Nothing costs more than a record of three bytes, which comes
 // as a record and a node of the list; what is left is the message and its list, or the largest structure.
 constexpr size_t cost_of_record = sizeof(nfc_ndef_record) + 3 * sizeof(void *);
-constexpr size_t cost_of_message = sizeof(nfc_ndef_msg) + 3 * sizeof(void *);
+constexpr size_t cost_of_message = sizeof(nfc_ndef_msg) + 4 * sizeof(void *);
 constexpr size_t bytes_per_byte = (cost_of_record + 2) / 3;
 constexpr size_t most_memory(size_t length)
 {

@@ -51,7 +51,8 @@ private:
     template <size_t n> static Type type_of(const WholeRecord &record, const KnownType (&types)[n])
     {
         const CandidateType candidate(record.first()->format(), record.first()->type());
-        for (Type type = 0; type < n; ++type)
+        constexpr Type end = n;
+        for (Type type = 0; type < end; ++type)
             if (candidate.matches(types[type]))
                 return type;
         return rest;
