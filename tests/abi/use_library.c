@@ -1,4 +1,4 @@
-/* Makes, encodes, parses and frees a message, so that every kind of block is asked for and given back. */
+/* Makes, encodes, parses and frees a message and a type, so that each kind of block is asked for and given back. */
 #include "nfc_ndef.h"
 
 #include <stdio.h>
@@ -15,11 +15,14 @@ int main(void)
     const int32_t length = nfc_ndef_msg_to_byte_array(message, &bytes);
     nfc_ndef_msg *parsed = nfc_ndef_msg_create_by_msg_offset(bytes, 0, (uint32_t)length);
     const int same = parsed && nfc_ndef_msg_get_number_of_records(parsed) == 1;
+    nfc_ndef_record_type *type = nfc_ndef_record_type_create(NFC_NDEF_TNF_WELL_KNOWN, text, sizeof text);
+    const int typed = type != NULL;
 
+    nfc_ndef_record_type_delete(type);
     nfc_ndef_msg_delete(&parsed);
     os_block_dealloc(bytes);
     nfc_ndef_record_delete(&record);
     nfc_ndef_msg_delete(&message);
-    puts(appended && same ? "round trip done" : "round trip failed");
+    puts(appended && same && typed ? "round trip done" : "round trip failed");
     return 0;
 }

@@ -91,6 +91,28 @@ TEST(Editing, RemoveFreesTheRecordAtAPosition)
     EXPECT_EQ(contents(m), "z");
 }
 
+TEST(Editing, EachEditLeavesTheListWholeForTheNext)
+{
+    struct Step {
+        char edit; // insert, remove or append
+        uint8_t position;
+        const char *left;
+    };
+    for (const auto &steps : {std::vector<Step>{{'i', 1, "adbc"}, {'r', 2, "adc"}, {'r', 1, "ac"}, {'a', 2, "acd"}},
+                              {{'r', 1, "ac"}, {'r', 1, "a"}, {'a', 1, "ad"}}}) {
+        const Message m = abc();
+        for (const auto &[edit, position, left] : steps) {
+            if (edit == 'i')
+                EXPECT_EQ(nfc_ndef_msg_insert_record(m.get(), position, named('d').release()), 1U);
+            else
+                EXPECT_EQ(edit == 'r' ? nfc_ndef_msg_remove_record(m.get(), position)
+                                      : nfc_ndef_msg_append_record(m.get(), named('d').get()),
+                          1U);
+            ASSERT_EQ(contents(m), left);
+        }
+    }
+}
+
 TEST(Editing, HoldsAtMost255Records)
 {
     const Message m(nfc_ndef_msg_create());

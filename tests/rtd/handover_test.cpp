@@ -49,6 +49,8 @@ TEST(HandoverRequest, Builds)
         {request(0x12, "cr:1234", broken()), "the last record cannot be encoded"},
         {request_of_two([](nfc_ndef_record &r) { r.payload_length = r.record_type.name_length = 0; }), "1S Hr",
          "10 910000 510000", "a pointer without a length, which a copy would drop"},
+        {request_of_two([](nfc_ndef_record &r) { r.id = owned(bytes("69")); }), "1S Hr", "10 [ac:01 ac:01]",
+         "an id without a length"},
         {request_of_two([](nfc_ndef_record &r) { r.payload_length = 0x40000000; }), "2^31 bytes in all"},
         {create(cr, 1, nullptr, 0x12), "count without array"},
         {create(cr, 0, null.data(), 0x12), "array without count"},

@@ -1,6 +1,7 @@
 #include "tables.h"
 
 using namespace test;
+using namespace std::string_literals;
 
 namespace {
 
@@ -79,6 +80,10 @@ TEST(SmartPoster, Reads)
         {"[im;x:01 vid/x:02 Imag/x:03 U: VI*:04 ima/ge:05]",
          "1 titles=0 uri=U: action=FF icons=3 list=[im;x:01 Imag/x:03 VI*:04] others=2 list=[vid/x:02 ima/ge:05]",
          "four letters of each icon type count"},
+        {"9101015501 5200013B", "1 titles=0 uri=U:01 action=FF others=1 list=[:3B]",
+         "a media record without a type is no icon, whatever follows its header"},
+        {"9101015501 520000", "1 titles=0 uri=U:01 action=FF others=1 list=[:]", "nor when nothing follows"},
+        {"9101015501 5102010055 02", "1 titles=0 uri=U:01 action=FF others=1 list=[\0U:02]"s, "type of two bytes"},
         {"D00000", "-1", "an empty record alone"},
         {"[U:0361] FE", "-1", "a byte behind the message"},
     };
