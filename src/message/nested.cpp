@@ -1,7 +1,5 @@
 #include "message/nested.h"
 
-#include "record/match.h"
-
 namespace ndef {
 
 namespace {

@@ -138,7 +138,7 @@ void Scan::judge(ByteView message, const Fault &fault)
         if (last && !bytes_left)
             place.framing |= me_bit;
         nfc_ndef_msg_reason reason = broken_rule(record, place);
-        if (reason == NFC_NDEF_MSG_ME_EARLY && last) {
+        if (reason == NFC_NDEF_MSG_ME_EARLY && last && fault.reason != NFC_NDEF_MSG_TOO_MANY_RECORDS) {
             // Nothing that is a record follows, so this one ends the message; unless it cannot, that is its only fault.
             place.framing |= me_bit;
             reason = broken_rule(record, place);
@@ -180,11 +180,9 @@ RecordPtr WholeRecord::join() const
     if (!record)
         return nullptr;
     *record = first_->described();
-    const RecordView *last = first_;
-    uint32_t length = last->payload_length;
-    while (last->has(cf_bit))
-        length += (++last)->payload_length;
-    record->me = last->has(me_bit);
+    const RecordView *const end = last() + 1;
+    const uint32_t length = payload_length();
+    record->me = end[-1].has(me_bit);
     record->cf = 0;
     record->sr = length <= longest_short_payload;
     record->payload_length = length;
@@ -198,7 +196,7 @@ RecordPtr WholeRecord::join() const
     if (!payload)
         return nullptr;
     Writer out({payload.get(), length});
-    for (const RecordView *piece = first_; piece <= last; ++piece)
+    for (const RecordView *piece = first_; piece != end; ++piece)
         out.bytes(piece->payload());
     record->payload = payload.release();
     return record;

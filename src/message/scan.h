@@ -1,5 +1,5 @@
-// Reading a message in place: every record found, every rule applied, nothing allocated. The
-// parser, the check and the nested types all stand on it.
+// Reading a message in place: every record found, every rule applied, nothing allocated. The parser, the check and the
+// nested types all stand on it.
 #pragma once
 
 #include "record/codec.h"
@@ -21,11 +21,12 @@ public:
             ++piece;
         return piece;
     }
+    bool is_chunked() const { return first_->has(cf_bit); }
     uint32_t payload_length() const;
     uint8_t first_payload_byte() const; // of a payload that is not empty
 
     // The record in blocks of its own, or null.
-    RecordPtr make() const { return first_->has(cf_bit) ? join() : first_->make(); }
+    RecordPtr make() const { return is_chunked() ? join() : first_->make(); }
 
 private:
     RecordPtr join() const;
@@ -56,7 +57,6 @@ public:
     }
 
     // Records as they stand in the bytes, each chunk on its own, are counted from 0.
-    size_t size() const { return count_; }
     size_t position(const WholeRecord &record) const { return static_cast<size_t>(record.first() - records_.data()); }
     WholeRecord at(size_t position) const { return WholeRecord{records_.data() + position}; }
 

@@ -73,9 +73,9 @@ bool type_equals(const nfc_ndef_record_type &key, const nfc_ndef_record_type &ca
 
 bool ndef::names_match(uint32_t format, ByteView key, ByteView candidate)
 {
-    if (format == NFC_NDEF_TNF_WELL_KNOWN)
-        return equal_bytes(key, candidate);
     switch (format) {
+    case NFC_NDEF_TNF_WELL_KNOWN:
+        return equal_bytes(key, candidate);
     case NFC_NDEF_TNF_MIME:
         return media_type_equals(key, candidate);
     case NFC_NDEF_TNF_ABSOLUTE_URI:

@@ -88,10 +88,11 @@ int8_t rtdlib_generic_control_record_extract(const nfc_ndef_record *record, uint
         return failure;
     }
     if (nested.count(action) == 1) {
-        const RecordPtr action_source = nested.first(action).make();
-        if (!action_source)
+        const WholeRecord found = nested.first(action);
+        const RecordPtr joined = found.is_chunked() ? found.make() : nullptr;
+        if (found.is_chunked() && !joined)
             return failure;
-        const ByteView described = payload_of(action_source.get());
+        const ByteView described = joined ? payload_of(joined.get()) : found.first()->payload();
         if (!is_action(described)) {
             nfc_ndef_record_delete(target_record);
             return failure;

@@ -15,6 +15,9 @@ namespace {
 // Each record takes two levels, the object and the array around it; its own members take two more.
 constexpr size_t max_depth = 2 * model::max_nesting + 6;
 
+// More than any array of a message has. The parser goes over all entries whenever one that is an object ends.
+constexpr size_t max_entries = 1000;
+
 // Follows the parser through the text and knows where it is.
 class Watch {
 public:
@@ -38,8 +41,8 @@ public:
             levels_.pop_back();
             [[fallthrough]];
         case Event::value:
-            if (!levels_.empty())
-                ++levels_.back().index;
+            if (!levels_.empty() && ++levels_.back().index > max_entries && levels_.back().is_array)
+                throw JsonError(path(), fmt::format("is past the {} entries that an array may have", max_entries));
         }
     }
 

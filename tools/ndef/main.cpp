@@ -8,8 +8,30 @@
 #include <cstdio>
 #include <cstring>
 #include <exception>
+#include <sstream>
 
 namespace tool {
+
+namespace {
+
+// Runs the command that is asked for, or prints what --help and --version ask for.
+void run(CLI::App &app, int argc, char **argv)
+{
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success &request) {
+        std::ostringstream text;
+        app.exit(request, text);
+        write_output(text.str());
+    } catch (const CLI::RequiredError &) {
+        if (argc < 2 || argv[1][0] == '-' || !app.get_subcommands().empty())
+            throw;
+        throw Failure(exit_unusable, fmt::format("no command is called '{}' ('ndef --help' tells more)",
+                                                 printable_utf8(std::string_view(argv[1]))));
+    }
+}
+
+} // namespace
 
 void write_output(std::string_view text)
 {
@@ -46,10 +68,8 @@ int main(int argc, char **argv)
     add_json_command(app);
     add_make_command(app);
     try {
-        app.parse(argc, argv);
+        run(app, argc, argv);
         return exit_fine;
-    } catch (const CLI::Success &request) { // --help and --version
-        return app.exit(request);
     } catch (const CLI::ParseError &error) {
         complain(fmt::format("{} ('ndef --help' tells more)", printable_utf8(error.what())));
         return exit_unusable;

@@ -23,7 +23,8 @@ bool begins_with_header(std::span<const uint8_t> memory)
 // Walks the data area, never onto a reserved byte.
 class Area {
 public:
-    explicit Area(std::span<const uint8_t> memory) : memory_(memory), position_(0), end_(memory.size())
+    explicit Area(std::span<const uint8_t> memory)
+        : memory_(memory), position_(0), end_(memory.size()), reserved_(memory.size())
     {
         if (!begins_with_header(memory))
             return;
@@ -32,7 +33,7 @@ public:
     }
     bool at_end()
     {
-        while (position_ < end_ && is_reserved(position_))
+        while (position_ < end_ && reserved_[position_])
             ++position_;
         return position_ >= end_;
     }
@@ -57,25 +58,18 @@ public:
         const size_t size = control[1] == 0 ? 256 : control[1];
         const size_t page_size = size_t{1} << (control[2] & 0x0F);
         const size_t start = (control[0] >> 4) * page_size + (control[0] & 0x0F);
-        if (start + base_ >= header_size) // counted from the start of the memory, which may not be in the image
-            reserved_.push_back({start + base_ - header_size, counts_bits ? (size + 7) / 8 : size});
+        if (start + base_ < header_size) // counted from the start of the memory, which may not be in the image
+            return;
+        const size_t first = std::min(start + base_ - header_size, reserved_.size());
+        const size_t count = std::min(counts_bits ? (size + 7) / 8 : size, reserved_.size() - first);
+        std::fill_n(reserved_.begin() + static_cast<std::ptrdiff_t>(first), count, true);
     }
 
 private:
-    struct Reserved {
-        size_t start, length;
-    };
-    bool is_reserved(size_t position) const
-    {
-        return std::any_of(reserved_.begin(), reserved_.end(), [&](const Reserved &bytes) {
-            return position >= bytes.start && position - bytes.start < bytes.length;
-        });
-    }
-
     std::span<const uint8_t> memory_;
     size_t position_, end_;
-    size_t base_ = 0; // where the TLVs begin in the image
-    std::vector<Reserved> reserved_;
+    size_t base_ = 0;            // where the TLVs begin in the image
+    std::vector<bool> reserved_; // of each byte of the image
 };
 
 } // namespace
