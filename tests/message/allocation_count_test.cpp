@@ -64,6 +64,7 @@ TEST(AllocationCount, ExtractingAsksForWhatItHandsOverAndForNoNestedMessage)
         {read_poster, "9101015501 1101015461 1101015462 110301616374 00 52090169 6D6167652F706E67 FF",
          4 * record + 2 * array},
         {read_request, "12 910202 6372 4D2A 110204 6163 01016200 510204 6163 01017700", 3 * record + array},
+        {read_control, "00 910101 74 01 510102 61 0102", record},
         {read_alternative, "01016200", 1},
         {read_oob, "1100 060504030201 03094142 040D140424", 2}, // the structure and the name
     };

@@ -79,6 +79,9 @@ TEST(Check, GivesEachReasonWithRecordAndOffset)
     for (const Case &c : cases)
         EXPECT_EQ(check(bytes(c.wire)), c.expected) << c.wire;
     EXPECT_EQ(check(sequence(255, "910000", "110000", "510000")), (Verdict{NFC_NDEF_MSG_TOO_MANY_RECORDS, 254, 762}));
+    for (const uint32_t last : {252U, 253U}) // ended too early, be there too many records or not
+        EXPECT_EQ(check(sequence(last + 1, "910000", "110000", "510000") + bytes("510000")),
+                  (Verdict{NFC_NDEF_MSG_ME_EARLY, last, 3 * last}));
 
     const Bytes behind = bytes("00 00 00 910100 54 11010055");
     nfc_ndef_msg_report report;

@@ -189,10 +189,10 @@ std::vector<Case> extractor_cases()
         reader("rtdlib_generic_control_record_extract", read_control,
                "05 9101017401 110102610107 1101016402 510201476303",
                "1 config=5 target=t:01 flag=1 code=7 data=d:02 nested=1 list=[Gc:03]",
-               {"-1 config=5", "-1 config=5 target=t:01", "-1 config=5 target=t:01 flag=1 code=7",
+               {"-1 config=5", "-1 config=5 target=t:01 flag=1 code=7",
                 "-1 config=5 target=t:01 flag=1 code=7 data=d:02 nested=0 list=null"}),
         reader("rtdlib_generic_control_record_extract", read_control,
-               "05 9101017401 11010661 00D101015461 1101016402 510201476303",
+               "05 9101017401 3101016100 160005D101015461 1101016402 510201476303", // an action in chunks is joined
                "1 config=5 target=t:01 flag=0 action=T:61 data=d:02 nested=1 list=[Gc:03]",
                {"-1 config=5", "-1 config=5 target=t:01", "-1 config=5 target=t:01 flag=0",
                 "-1 config=5 target=t:01 flag=0 action=T:61",
