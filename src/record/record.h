@@ -24,9 +24,8 @@ using RecordPtr = std::unique_ptr<nfc_ndef_record, RecordDelete>;
 
 inline ByteView payload_of(const nfc_ndef_record *record)
 {
-    uint32_t length = 0;
-    const uint8_t *payload = nfc_ndef_record_get_payload(record, &length);
-    return {payload, length};
+    const bool present = record && record->payload && record->payload_length != 0;
+    return present ? ByteView{record->payload, record->payload_length} : ByteView{};
 }
 
 // Constructors set the Short Record flag below this length. The encoder, which does not look at the flag, writes a
