@@ -1,6 +1,7 @@
-#include "command.h"
-#include "input.h"
+#include "commands.h"
+#include "failure.h"
 #include "message.h"
+#include "output.h"
 #include "printable.h"
 #include "tree.h"
 
@@ -8,16 +9,9 @@
 #include <nfc_ndef.h>
 
 #include <algorithm>
-#include <memory>
 
 namespace tool {
 namespace {
-
-struct CheckOptions {
-    std::vector<std::string> paths;
-    InputOptions input;
-    bool quiet = false;
-};
 
 // The bytes around an offset, with a mark under the one at it, which may be just behind the last.
 std::string context_of(ByteView bytes, size_t offset)
@@ -54,27 +48,13 @@ ExitStatus check(const std::string &path, const CheckOptions &options)
 
 } // namespace
 
-void add_check_command(CLI::App &app)
+void run_check(const CheckOptions &options)
 {
-    auto options = std::make_shared<CheckOptions>();
-    CLI::App *command = app.add_subcommand("check", "Tells whether files are messages, and why not");
-    command->add_option("FILE", options->paths, "The messages; standard input without any, or as -")->type_name("");
-    command->add_flag("-q,--quiet", options->quiet, "Print nothing, only exit with the status");
-    add_input_options(*command, options->input);
-    command->footer("Examples:\n"
-                    "  ndef check *.ndef\n"
-                    "  ndef check --quiet tag.ndef && echo fine\n"
-                    "\nRecords count from 1, chunks singly; bytes count from 0, where the message begins.\n"
-                    "Exit status: 0 when all are valid, 1 when one is not, 2 when a file cannot be read.");
-    command->callback([options] {
-        if (options->paths.empty())
-            options->paths = {"-"};
-        ExitStatus worst = exit_fine;
-        for (const std::string &path : options->paths)
-            worst = std::max(worst, check(path, *options));
-        if (worst != exit_fine)
-            throw Failure(worst, "");
-    });
+    ExitStatus worst = exit_fine;
+    for (const std::string &path : options.paths)
+        worst = std::max(worst, check(path, options));
+    if (worst != exit_fine)
+        throw Failure(worst, "");
 }
 
 } // namespace tool

@@ -1,26 +1,10 @@
 #include "color.h"
 
-#include <CLI/CLI.hpp>
-
 #include <cstdlib>
-#include <string>
 #include <string_view>
 #include <unistd.h>
 
 namespace tool {
-
-void add_color_option(CLI::App &command, Color &color)
-{
-    command
-        .add_option_function<std::string>(
-            "--color",
-            [&color](const std::string &when) {
-                color = when == "auto" ? Color::automatic : when == "always" ? Color::always : Color::never;
-            },
-            "Colours: auto, always or never")
-        ->check(CLI::IsMember({"auto", "always", "never"}).description(""))
-        ->type_name("WHEN");
-}
 
 bool wants_color(Color color)
 {

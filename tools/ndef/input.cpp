@@ -5,7 +5,6 @@
 #include "printable.h"
 #include "tag_memory.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <cerrno>
@@ -50,21 +49,6 @@ std::vector<uint8_t> decode(std::vector<uint8_t> bytes, const InputOptions &opti
 } // namespace
 
 std::string name_of_input(const std::string &path) { return path == "-" ? "standard input" : printable_utf8(path); }
-
-void add_input_options(CLI::App &command, InputOptions &options)
-{
-    const auto add_encoding = [&](const char *name, Encoding encoding, const char *meaning) {
-        return command.add_flag_callback(
-            name, [&options, encoding] { options.encoding = encoding; }, meaning);
-    };
-    auto *raw = add_encoding("--raw", Encoding::raw, "Take the input as the bytes themselves");
-    auto *hex = add_encoding("--hex", Encoding::hex, "Take the input as hex text");
-    auto *base64 = add_encoding("--base64", Encoding::base64, "Take the input as base64 text");
-    raw->excludes(hex)->excludes(base64);
-    hex->excludes(base64);
-    command.add_flag("--tlv", options.tag_memory, "Find the message in the memory of a Type 2 tag");
-    command.add_flag("--no-limit", options.unlimited, "Read more than 16 MiB of input");
-}
 
 std::vector<uint8_t> read_file(const std::string &path, bool unlimited)
 {

@@ -6,10 +6,6 @@
 #include <string>
 #include <vector>
 
-namespace CLI {
-class App;
-}
-
 namespace tool {
 
 enum class Encoding { raw, hex, base64 };
@@ -22,9 +18,6 @@ struct InputOptions {
 
 // What messages call an input: the path made printable, or "standard input".
 std::string name_of_input(const std::string &path);
-
-// Adds --hex, --raw, --base64, --tlv and --no-limit.
-void add_input_options(CLI::App &command, InputOptions &options);
 
 // Reads a file as it is ("-" is standard input). Throws Failure: exit_unusable when it cannot be read, exit_refused
 // when it is over the limit.

@@ -1,6 +1,6 @@
 #include "output.h"
 
-#include "command.h"
+#include "failure.h"
 #include "printable.h"
 
 #include <fmt/format.h>
@@ -11,7 +11,6 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
-#include <vector>
 
 #include <unistd.h>
 
@@ -19,7 +18,6 @@ namespace tool {
 namespace {
 
 const std::string standard_output = "-";
-const std::vector<std::string> format_names{"raw", "hex", "base64", "c"}; // in the order of OutputFormat
 
 struct Close {
     void operator()(std::FILE *file) const { std::fclose(file); }
@@ -58,23 +56,19 @@ std::string c_array_of(std::span<const uint8_t> bytes)
 
 } // namespace
 
-void add_output_file_option(CLI::App &command, OutputOptions &options)
+void write_output(std::string_view text)
 {
-    command.add_option("-o,--output", options.path, "Write to this file; standard output without it, or as -")
-        ->type_name("FILE");
+    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0)
+        return;
+    if (errno == EPIPE)
+        throw Failure(exit_unusable, "");
+    throw Failure(exit_unusable, fmt::format("cannot write to standard output: {}", std::strerror(errno)));
 }
 
-void add_output_options(CLI::App &command, OutputOptions &options)
+void complain(std::string_view text)
 {
-    add_output_file_option(command, options);
-    const auto set_format = [&options](const std::string &name) {
-        options.format = static_cast<OutputFormat>(std::ranges::find(format_names, name) - format_names.begin());
-    };
-    command
-        .add_option_function<std::string>(
-            "--format", set_format, "raw, hex, base64 or c (an array in C); raw without it, but hex on a terminal")
-        ->check(CLI::IsMember(format_names).description(""))
-        ->type_name("FORMAT");
+    if (!text.empty()) // not fmt::print, which throws when nobody reads
+        std::fputs(fmt::format("ndef: {}\n", text).c_str(), stderr);
 }
 
 void write_text(std::string_view text, const OutputOptions &options)

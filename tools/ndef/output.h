@@ -1,4 +1,4 @@
-// Where and how a command writes what it made.
+// What a command prints, and where and how it writes what it made.
 #pragma once
 
 #include <cstdint>
@@ -6,10 +6,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-
-namespace CLI {
-class App;
-}
 
 namespace tool {
 
@@ -20,11 +16,11 @@ struct OutputOptions {
     std::optional<OutputFormat> format; // raw when not given, but hex on a terminal
 };
 
-// Adds -o.
-void add_output_file_option(CLI::App &command, OutputOptions &options);
+// Writes to standard output. Ends the command when that fails, quietly when the reader went away.
+void write_output(std::string_view text);
 
-// Adds -o and --format.
-void add_output_options(CLI::App &command, OutputOptions &options);
+// Writes "ndef: " and the text as one line to standard error; nothing when the text is empty.
+void complain(std::string_view text);
 
 // Writes a text as it is. Throws Failure, exit_unusable.
 void write_text(std::string_view text, const OutputOptions &options);

@@ -1,26 +1,15 @@
 #include "byte_view.h"
-#include "color.h"
-#include "command.h"
-#include "input.h"
+#include "commands.h"
 #include "message.h"
 #include "names.h"
+#include "output.h"
 #include "printable.h"
 #include "record_view.h"
 
 #include <fmt/format.h>
 
-#include <memory>
-
 namespace tool {
 namespace {
-
-struct ShowOptions {
-    std::string path = "-";
-    InputOptions input;
-    Color color = Color::automatic;
-    bool bytes = false;
-    bool everything = false;
-};
 
 // The flags of a record's first header, with ME from its last chunk, and what is out of the ordinary.
 std::string flags_of(std::span<const WireRecord> chunks)
@@ -55,7 +44,9 @@ void view_record(Tree &tree, const model::Record &record, const model::Records &
     }
 }
 
-void show(const ShowOptions &options)
+} // namespace
+
+void run_show(const ShowOptions &options)
 {
     const std::vector<uint8_t> bytes = read_ndef(options.path, options.input);
     const nfc_ndef::Message message = parse_message(bytes, options.path);
@@ -68,25 +59,6 @@ void show(const ShowOptions &options)
         view_record(tree, records[i], records, chunks.at(i), options);
         write_output(tree.take());
     }
-}
-
-} // namespace
-
-void add_show_command(CLI::App &app)
-{
-    auto options = std::make_shared<ShowOptions>();
-    CLI::App *command = app.add_subcommand("show", "Shows the records of a message as a tree");
-    command->add_option("FILE", options->path, "The message; standard input without it, or as -")->type_name("");
-    command->add_flag("-x,--bytes", options->bytes, "Also show each record's bytes, field by field");
-    command->add_flag("-a,--all", options->everything, "Show long payloads and texts to their end");
-    add_color_option(*command, options->color);
-    add_input_options(*command, options->input);
-    command->footer("Examples:\n"
-                    "  ndef show tag.ndef\n"
-                    "  echo D1 01 04 55 03 61 2E 62 | ndef show\n"
-                    "  ndef show --bytes --color=always tag.ndef | less -R\n"
-                    "  ndef show --tlv memory-of-a-type-2-tag.bin");
-    command->callback([options] { show(*options); });
 }
 
 } // namespace tool
