@@ -468,7 +468,8 @@ typedef enum nfc_ndef_msg_reason {
     NFC_NDEF_MSG_PAYLOAD_PAST_END = 5,          /**< A payload runs past the end. */
     NFC_NDEF_MSG_EMPTY_WITH_LENGTHS = 6,        /**< An empty record has a type, an id or a payload. */
     NFC_NDEF_MSG_TYPE_NOT_ALLOWED = 7,          /**< An unknown or reserved record has a type. */
-    NFC_NDEF_MSG_BYTES_LEFT_OVER = 8,           /**< What follows the last record is not a record. */
+    NFC_NDEF_MSG_BYTES_LEFT_OVER = 8,           /**< What follows the last record is not a record. Behind a leading "Gc"
+                                                     record none is the last, and the reason is what is wrong there. */
     NFC_NDEF_MSG_TOO_MANY_RECORDS = 9,          /**< More than 254 records. */
     NFC_NDEF_MSG_MB_MISSING = 10,               /**< A record that must carry MB does not. */
     NFC_NDEF_MSG_MB_REPEATED = 11,              /**< A record after the first carries MB. */
