@@ -117,8 +117,9 @@ TEST(Editing, HoldsAtMost255Records)
 {
     const Message m(nfc_ndef_msg_create());
     Record r = named('r');
-    for (int i = 0; i < 255; ++i)
+    for (int i = 0; i < 254; ++i)
         ASSERT_EQ(nfc_ndef_msg_append_record(m.get(), r.get()), 1U);
+    EXPECT_EQ(nfc_ndef_msg_insert_record(m.get(), 254, named('r').release()), 1U);
     EXPECT_EQ(nfc_ndef_msg_append_record(m.get(), r.get()), 255U);
     EXPECT_EQ(nfc_ndef_msg_insert_record(m.get(), 0, r.get()), 255U);
     EXPECT_EQ(nfc_ndef_msg_insert_record(m.get(), 255, r.get()), 255U);

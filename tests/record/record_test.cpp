@@ -69,7 +69,7 @@ TEST(Record, IsMadeOfCopiesOfItsParts)
              {{name, 1, 1}, {}, bytes("0102030405"), "00010:1T//0102030405/0"},
              {{name, 1, 1}, text("ab"), bytes("01"), "00011:1T/6162/01/0"},
              {{name, 1, 1}, {}, {}, "00000:1T///0"},
-             {{nullptr, 0, 1}, {}, {}, "00000:1///0"},
+             {{nullptr, 4, 1}, {}, {}, "00000:1///0"},
              {{name, 0, 1}, {}, {}, "00000:1///0"},
              {{name, 1, 0}, text("ab"), bytes("01"), "00000:0///0"},
              {{name, 1, 5}, text("ab"), bytes("01"), "00011:5/6162/01/0"},
@@ -81,6 +81,7 @@ TEST(Record, IsMadeOfCopiesOfItsParts)
         std::fill(id.begin(), id.end(), untouched);
         std::fill(payload.begin(), payload.end(), untouched);
         EXPECT_EQ(described(made.get()), c.expected);
+        EXPECT_EQ(made->record_type.name_length, made->record_type.name ? c.type.name_length : 0);
     }
     // The flag is for payloads below 255 bytes, although the wire form of 255 is short as well.
     for (const uint32_t length : {254U, 255U, 256U})

@@ -120,11 +120,8 @@ TEST(BluetoothOob, RefusesToBuild)
         {"randomizer of 17 bytes", [](Structure &s) { s.randomizer_r_length = 17; }},
         {"randomizer without hash", [](Structure &s) { s.hash_c_length = 0, s.hash_c = nullptr; }},
         {"16-bit list missing", [](Structure &s) { s.uuid16_list = nullptr; }},
-        {"16-bit list of 3 bytes", [](Structure &s) { s.uuid16_list_length = 3; }},
         {"32-bit list missing", [](Structure &s) { s.uuid32_list = nullptr; }},
-        {"32-bit list of 2 bytes", [](Structure &s) { s.uuid32_list_length = 2; }},
         {"128-bit list missing", [](Structure &s) { s.uuid128_list = nullptr; }},
-        {"128-bit list of 8 bytes", [](Structure &s) { s.uuid128_list_length = 8; }},
         {"entries without count", [](Structure &s) { s.manufacturer_data_count = 0; }},
         {"identifiers of 3 bytes", [](Structure &s) { s.manufacturer_id_length = 3; }},
         {"no identifiers", [](Structure &s) { s.manufacturer_ids = nullptr; }},
@@ -140,6 +137,12 @@ TEST(BluetoothOob, RefusesToBuild)
         Structure structure = fields.structure();
         spoil(structure);
         EXPECT_EQ(build(&structure, structure.hash_c || structure.local_name ? all_types : no_lists), nullptr) << fault;
+    }
+    for (size_t length = 1; length <= 48; ++length) {
+        const Bytes list = filled(length, 1);
+        EXPECT_EQ(build({.uuid16 = list}, {9, 2, 0, 0}) != nullptr, length % 2 == 0) << length;
+        EXPECT_EQ(build({.uuid32 = list}, {9, 0, 4, 0}) != nullptr, length % 4 == 0) << length;
+        EXPECT_EQ(build({.uuid128 = list}, {9, 0, 0, 6}) != nullptr, length % 16 == 0) << length;
     }
     fields.structure();
     for (unsigned type = 0; type <= 0xFF; ++type) {

@@ -31,6 +31,7 @@ TEST(GenericControl, Builds)
         {control("t:0102", 5, 0xFF, record_of("x:01")), "1BES Gc", "80 [t:0102 a:01FF]", "flag 5 written as it is"},
         {control("t:0102", 0, 9, nullptr), "1BES Gc", "80 [t:0102 a:00]", "no action"},
         {control("t:0102", 0, 9, record_of("x:0304")), "1BES Gc", "80 [t:0102 a:00110102780304]", "action record"},
+        {control("t:0102", 0, 9, record(0, "", {})), "1BES Gc", "80 [t:0102 a:00100000]", "smallest action record"},
         {control("t:0102", 0, 9, flagged), "1BES Gc", "80 [t:0102 a:00D10102780304]", "its own flags not written"},
         {control("t:0102", 0, 9, broken), "1BES Gc", "80 [t:0102 a:00]", "unencodable action counts as none"},
         {control("t:0102", 0, 9, inconsistent), "1BES Gc", "80 [t:0102 a:00]", "inconsistent action copied first"},
