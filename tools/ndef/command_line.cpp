@@ -11,7 +11,9 @@
 
 #include <algorithm>
 #include <memory>
+#include <span>
 #include <sstream>
+#include <string_view>
 
 namespace tool {
 namespace {
@@ -22,6 +24,11 @@ template <class Options> Options &options_of(CLI::App &command, void (*run)(cons
     const auto options = std::make_shared<Options>();
     command.callback([options, run] { run(*options); });
     return *options;
+}
+
+void add_limit_option(CLI::App &command, bool &unlimited)
+{
+    command.add_flag("--no-limit", unlimited, "Read more than 16 MiB of input");
 }
 
 void add_input_options(CLI::App &command, InputOptions &options)
@@ -36,7 +43,7 @@ void add_input_options(CLI::App &command, InputOptions &options)
     raw->excludes(hex)->excludes(base64);
     hex->excludes(base64);
     command.add_flag("--tlv", options.tag_memory, "Find the message in the memory of a Type 2 tag");
-    command.add_flag("--no-limit", options.unlimited, "Read more than 16 MiB of input");
+    add_limit_option(command, options.unlimited);
 }
 
 // Adds an option that is one of some names, in the order of the values that they mean.
@@ -100,7 +107,7 @@ void add_json_command(CLI::App &app)
 {
     CLI::App &command = *app.add_subcommand("json", "Writes a message as JSON, which 'ndef make json' reads");
     JsonOptions &options = options_of(command, run_json);
-    command.add_option("FILE", options.path, "The message; standard input without it, or as -");
+    command.add_option("FILE", options.path, "The message; standard input without it, or as -")->type_name("");
     add_output_file_option(command, options.output);
     add_input_options(command, options.input);
     command.footer("Examples:\n"
@@ -119,7 +126,7 @@ void add_make_text_command(CLI::App &app)
 {
     CLI::App &command = *app.add_subcommand("text", "Makes a message of one text");
     MakeTextOptions &options = options_of(command, run_make_text);
-    command.add_option("TEXT", options.text, "The text")->required();
+    command.add_option("TEXT", options.text, "The text")->required()->type_name("");
     command.add_option("--language", options.language, "The text's language, such as en or pt-BR; en without it")
         ->type_name("CODE");
     command.add_flag("--utf16", options.utf16, "Write the text as UTF-16 instead of UTF-8");
@@ -133,7 +140,7 @@ void add_make_uri_command(CLI::App &app)
 {
     CLI::App &command = *app.add_subcommand("uri", "Makes a message of one URI");
     MakeUriOptions &options = options_of(command, run_make_uri);
-    command.add_option("URI", options.uri, "The URI; its prefix is abbreviated")->required();
+    command.add_option("URI", options.uri, "The URI; its prefix is abbreviated")->required()->type_name("");
     add_making_options(command, options);
     command.footer("Examples:\n"
                    "  ndef make uri https://www.example.com/\n"
@@ -144,7 +151,7 @@ void add_make_poster_command(CLI::App &app)
 {
     CLI::App &command = *app.add_subcommand("poster", "Makes a Smart Poster: a URI with titles, icons and an action");
     MakePosterOptions &options = options_of(command, run_make_poster);
-    command.add_option("URI", options.uri, "The URI; its prefix is abbreviated")->required();
+    command.add_option("URI", options.uri, "The URI; its prefix is abbreviated")->required()->type_name("");
     command.add_option("--title", options.titles, "A title in a language; give it once for each language")
         ->type_name("LANG=TEXT")
         ->allow_extra_args(false);
@@ -157,6 +164,7 @@ void add_make_poster_command(CLI::App &app)
         ->allow_extra_args(false);
     command.add_option("--type", options.type, "Media type of what the URI leads to")->type_name("MEDIA-TYPE");
     command.add_option("--size", options.size, "Size of what the URI leads to")->type_name("BYTES");
+    add_limit_option(command, options.unlimited);
     add_making_options(command, options);
     command.footer("Examples:\n"
                    "  ndef make poster https://example.com --title en=Welcome --title de=Willkommen\n"
@@ -168,8 +176,8 @@ void add_make_json_command(CLI::App &app)
 {
     CLI::App &command = *app.add_subcommand("json", "Makes a message of JSON as 'ndef json' writes it");
     MakeJsonOptions &options = options_of(command, run_make_json);
-    command.add_option("FILE", options.path, "The JSON; standard input without it, or as -");
-    command.add_flag("--no-limit", options.unlimited, "Read more than 16 MiB of input");
+    command.add_option("FILE", options.path, "The JSON; standard input without it, or as -")->type_name("");
+    add_limit_option(command, options.unlimited);
     add_output_options(command, options.output);
     command.footer("Examples:\n"
                    "  ndef make json message.json -o tag.ndef\n"
@@ -187,9 +195,36 @@ void add_make_command(CLI::App &app)
     command.footer("'ndef make WHAT --help' tells more.");
 }
 
-[[noreturn]] void refuse(const std::string &why)
+// The arguments, the last one first. One such as [a,b] would be taken for two files, unless it begins otherwise.
+std::vector<std::string> arguments_of(int argc, char **argv)
 {
-    throw Failure(exit_unusable, fmt::format("{} ('ndef --help' tells more)", why));
+    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    if (!arguments.empty() && arguments.front() == "check")
+        for (std::string &argument : arguments)
+            if (argument.starts_with('['))
+                argument.insert(0, "./");
+    std::ranges::reverse(arguments);
+    return arguments;
+}
+
+// Why a command line cannot be followed, and whose help tells more.
+std::string reason_of(const CLI::ParseError &error, const CLI::App &app, std::span<char *const> arguments)
+{
+    std::string name = app.get_name();
+    const CLI::App *command = &app;
+    size_t next = 1; // the argument behind the command's name
+    for (; !command->get_subcommands().empty(); ++next) {
+        command = command->get_subcommands().front();
+        name += ' ' + command->get_name();
+    }
+    std::string reason = printable_utf8(error.what());
+    if (dynamic_cast<const CLI::RequiredError *>(&error) && command->get_require_subcommand_min() != 0) {
+        const std::string_view unknown = next < arguments.size() ? arguments[next] : "";
+        reason = unknown.empty() || unknown.front() == '-'
+                     ? fmt::format("'{}' needs the name of a command", name)
+                     : fmt::format("{} has no command '{}'", name, printable_utf8(unknown));
+    }
+    return fmt::format("{} ('{} --help' tells more)", reason, name);
 }
 
 } // namespace
@@ -199,6 +234,8 @@ void run_command_line(int argc, char **argv)
     CLI::App app("Reads, checks and makes NFC Forum NDEF messages.", "ndef");
     app.set_version_flag("--version", fmt::format("ndef {}.{}.{}", NFC_NDEF_VERSION_MAJOR, NFC_NDEF_VERSION_MINOR,
                                                   NFC_NDEF_VERSION_PATCH));
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    app.get_formatter()->label("Subcommands", "Commands");
     app.require_subcommand(1);
     app.footer("Examples:\n"
                "  ndef show tag.ndef             what is on a tag\n"
@@ -211,16 +248,13 @@ void run_command_line(int argc, char **argv)
     add_json_command(app);
     add_make_command(app);
     try {
-        app.parse(argc, argv);
+        app.parse(arguments_of(argc, argv));
     } catch (const CLI::Success &request) {
         std::ostringstream text;
         app.exit(request, text);
         write_output(text.str());
     } catch (const CLI::ParseError &error) {
-        const bool unknown = dynamic_cast<const CLI::RequiredError *>(&error) && argc > 1 && argv[1][0] != '-' &&
-                             app.get_subcommands().empty();
-        refuse(unknown ? fmt::format("no command is called '{}'", printable_utf8(std::string_view(argv[1])))
-                       : printable_utf8(error.what()));
+        throw Failure(exit_unusable, reason_of(error, app, {argv, static_cast<size_t>(argc)}));
     }
 }
 

@@ -59,7 +59,8 @@ struct MakePosterOptions : MakeOptions {
     std::string action = "do";
     std::vector<std::string> icons; // "[MEDIA-TYPE=]FILE"
     std::string type;
-    std::optional<uint32_t> size;
+    std::optional<std::string> size;
+    bool unlimited = false; // icons of more than 16 MiB
 };
 void run_make_poster(const MakePosterOptions &options);
 

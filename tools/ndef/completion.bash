@@ -22,7 +22,7 @@ _ndef()
                         json) words='--output --format --no-limit --help' ;;
                         text) words+=' --language --utf16' files= ;;
                         uri) files= ;;
-                        poster) words+=' --title --action --icon --type --size' files= ;;
+                        poster) words+=' --title --action --icon --type --size --no-limit' files= ;;
                     esac
                 fi
                 ;;

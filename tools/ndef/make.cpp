@@ -44,13 +44,29 @@ void require_media_type(const std::string &type)
             fmt::format("\"{}\" is not a media type", type));
 }
 
+// A decimal number; the type's whole range is allowed.
+template <class Number> Number number_of(const std::string &text, std::string_view meaning)
+{
+    Number number = 0;
+    const char *const last = text.data() + text.size();
+    const auto [end, error] = std::from_chars(text.data(), last, number);
+    require(error == std::errc() && end == last, fmt::format("\"{}\" is not {}", text, meaning));
+    return number;
+}
+
+bool is_of_language_code(char c)
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-';
+}
+
 } // namespace
 
 model::Content make_text(const std::string &text, const std::string &language, bool utf16)
 {
-    require(!language.empty() && language.size() <= 63, "a language code is 1 to 63 bytes long");
+    require(!language.empty() && language.size() <= 63 && std::ranges::all_of(language, is_of_language_code),
+            "a language code is 1 to 63 letters, digits and hyphens long");
     require(!text.empty(), "a text must not be empty");
-    require(is_utf8(text) && is_utf8(language), "a text must be valid UTF-8");
+    require(is_utf8(text), "a text must be valid UTF-8");
     return model::Text{utf16, language, utf16 ? utf16_of(text, ByteOrderMark::none) : bytes_of(text)};
 }
 
@@ -124,11 +140,12 @@ uint8_t action_of(const std::string &name)
     constexpr std::array<std::string_view, 3> actions{"do", "save", "open"};
     if (const auto *found = std::ranges::find(actions, name); found != actions.end())
         return static_cast<uint8_t>(found - actions.begin());
-    uint8_t action = 0;
-    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), action);
-    require(error == std::errc() && end == name.data() + name.size(),
-            fmt::format("\"{}\" is not an action: do, save, open or a number from 0 to 255", name));
-    return action;
+    return number_of<uint8_t>(name, "an action: do, save, open or a number from 0 to 255");
+}
+
+uint32_t size_of(const std::string &number)
+{
+    return number_of<uint32_t>(number, "a size: a number from 0 to 4294967295");
 }
 
 } // namespace tool

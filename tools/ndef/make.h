@@ -43,4 +43,7 @@ std::string media_type_of(const std::string &file_name);
 // "do", "save", "open" or a number from 0 to 255.
 uint8_t action_of(const std::string &name);
 
+// A decimal number of 32 bits.
+uint32_t size_of(const std::string &number);
+
 } // namespace tool

@@ -37,11 +37,12 @@ Poster poster_of(const MakePosterOptions &options)
         if (media_type.empty())
             throw ImpossibleValue(
                 fmt::format("the name of \"{}\" does not tell its media type: say image/...={}", path, path));
-        poster.icons.push_back({media_type, read_file(path, false)});
+        poster.icons.push_back({media_type, read_file(path, options.unlimited)});
     }
     poster.action = action_of(options.action);
     poster.type = options.type;
-    poster.size = options.size;
+    if (options.size)
+        poster.size = size_of(*options.size);
     return poster;
 }
 
