@@ -449,8 +449,8 @@ NFC_NDEF_API int32_t nfc_ndef_msg_to_byte_array(const nfc_ndef_msg *ndef_msg, ui
  * Decodes a message (NFC Forum NDEF 1.0), joining chunks. The bytes must be whole records, at most 254, that fill
  * `length` exactly, with MB and ME where they belong; when the first record's type is "Gc", each record must carry
  * both. In a message without chunks the format "unchanged" breaks no rule. nfc_ndef_msg_check() tells why bytes were
- * refused. What parses can be encoded again, but for one thing: an initial chunk of the format "empty" whose later
- * chunks have a payload.
+ * refused. What parses can be encoded again, but for two things: an initial chunk of the format "empty" whose later
+ * chunks have a payload, and more than 2^31 - 1 bytes.
  * @param data    the bytes; null is refused
  * @param offset  where the message starts, counted from `data`; must be below `length`
  * @param length  bytes of the message, counted from `data` + `offset`; not 0
