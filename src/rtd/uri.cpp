@@ -18,9 +18,7 @@ nfc_ndef_record *rtdlib_uri_record_create(uint8_t identifier_code, uint32_t uri_
     const ByteView field{uri_field, uri_field_length};
     if (has_control_byte(field))
         return nullptr;
-    Payload payload(1 + uint64_t{uri_field_length});
-    payload.u8(identifier_code).bytes(field);
-    return record_of(well_known("U"), payload).release();
+    return record_of(known::uri, laid_out([&](auto &out) { out.u8(identifier_code).bytes(field); })).release();
 }
 
 int8_t rtdlib_uri_record_extract(const nfc_ndef_record *record, uint8_t *identifier_code, uint8_t **uri_field,
