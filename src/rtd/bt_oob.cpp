@@ -207,12 +207,6 @@ template <class Out> void write_eir(Out &out, uint8_t type, ByteView data, ByteV
     out.u8(static_cast<uint8_t>(1 + data.size() + more.size())).u8(type).bytes(data).bytes(more);
 }
 
-template <class Out> void write_field(Out &out, uint8_t type, const Field &field)
-{
-    if (!field.bytes.empty())
-        write_eir(out, type, field.bytes);
-}
-
 void free_entries(uint8_t **entries, size_t count)
 {
     if (!entries)
@@ -250,16 +244,16 @@ nfc_ndef_record *rtdlib_bt_2_1_configuration_data_record_create(const nfc_ndef_b
     if (has_entries && !are_manufacturer_entries(*fields))
         return nullptr;
 
+    const Eir structures[] = {
+        {local_name_type, name.bytes},     {class_of_device, fields->class_of_device}, {hash_c, hash.bytes},
+        {randomizer_r, randomizer.bytes},  {uuid16_list_type, uuid16.bytes},           {uuid32_list_type, uuid32.bytes},
+        {uuid128_list_type, uuid128.bytes}};
     uint64_t length = 0; // not known before the layout has been counted
     const auto layout = [&](auto &out) {
         out.le16(static_cast<uint16_t>(length)).bytes(fields->device_address);
-        write_field(out, local_name_type, name);
-        write_eir(out, class_of_device, fields->class_of_device);
-        write_field(out, hash_c, hash);
-        write_field(out, randomizer_r, randomizer);
-        write_field(out, uuid16_list_type, uuid16);
-        write_field(out, uuid32_list_type, uuid32);
-        write_field(out, uuid128_list_type, uuid128);
+        for (const Eir &eir : structures)
+            if (!eir.data.empty())
+                write_eir(out, eir.type, eir.data);
         for (size_t i = 0; i < fields->manufacturer_data_count; ++i)
             write_eir(out, manufacturer, {fields->manufacturer_ids[i], company_id_length},
                       {fields->manufacturer_data[i], fields->manufacturer_data_lengths[i]});
