@@ -95,8 +95,9 @@ void nfc_ndef_bt_rtd_2_0_str_delete(nfc_ndef_bt_rtd_2_0_str **fields)
 {
     if (!fields || !*fields)
         return;
-    g_free((*fields)->pairing_data);
-    g_free((*fields)->local_name);
+    for (uint8_t *field : {(*fields)->pairing_data, (*fields)->local_name})
+        if (field)
+            g_free(field);
     g_free(*fields);
     *fields = nullptr;
 }

@@ -207,14 +207,27 @@ template <class Out> void write_eir(Out &out, uint8_t type, ByteView data, ByteV
     out.u8(static_cast<uint8_t>(1 + data.size() + more.size())).u8(type).bytes(data).bytes(more);
 }
 
-void free_entries(uint8_t **entries, size_t count)
+void free_present(void *block)
 {
-    if (!entries)
+    if (block)
+        g_free(block);
+}
+
+// Without a count the arrays, and without a length an entry's data, are not the structure's. After a failure any of the
+// arrays may be missing.
+void free_manufacturer_entries(const nfc_ndef_bt_rtd_2_1_str &fields)
+{
+    if (fields.manufacturer_data_count == 0)
         return;
-    for (size_t i = 0; i < count; ++i)
-        if (entries[i])
-            g_free(entries[i]);
-    g_free(entries);
+    for (size_t i = 0; i < fields.manufacturer_data_count; ++i) {
+        if (fields.manufacturer_ids)
+            free_present(fields.manufacturer_ids[i]);
+        if (fields.manufacturer_data && fields.manufacturer_data_lengths && fields.manufacturer_data_lengths[i] != 0)
+            free_present(fields.manufacturer_data[i]);
+    }
+    free_present(fields.manufacturer_data_lengths);
+    free_present(fields.manufacturer_ids);
+    free_present(fields.manufacturer_data);
 }
 
 } // namespace
@@ -293,13 +306,11 @@ void nfc_ndef_bt_rtd_2_1_str_delete(nfc_ndef_bt_rtd_2_1_str **fields)
 {
     if (!fields || !*fields)
         return;
-    nfc_ndef_bt_rtd_2_1_str &freed = **fields;
-    for (uint8_t *field : {freed.local_name, freed.hash_c, freed.randomizer_r, freed.uuid16_list, freed.uuid32_list,
-                           freed.uuid128_list, freed.manufacturer_data_lengths})
-        if (field)
-            g_free(field);
-    free_entries(freed.manufacturer_ids, freed.manufacturer_data_count);
-    free_entries(freed.manufacturer_data, freed.manufacturer_data_count);
+    const nfc_ndef_bt_rtd_2_1_str &freed = **fields;
+    for (uint8_t *field :
+         {freed.local_name, freed.hash_c, freed.randomizer_r, freed.uuid16_list, freed.uuid32_list, freed.uuid128_list})
+        free_present(field);
+    free_manufacturer_entries(freed);
     g_free(*fields);
     *fields = nullptr;
 }

@@ -2,13 +2,14 @@
 #include "record/build.h"
 #include "rtd/result.h"
 
-#include <algorithm>
-
 using namespace ndef;
 
 static bool has_control_byte(ByteView uri_field)
 {
-    return std::any_of(uri_field.begin(), uri_field.end(), [](uint8_t byte) { return byte < 0x20; });
+    for (const uint8_t byte : uri_field)
+        if (byte < 0x20)
+            return true;
+    return false;
 }
 
 nfc_ndef_record *rtdlib_uri_record_create(uint8_t identifier_code, uint32_t uri_field_length, const uint8_t *uri_field)
