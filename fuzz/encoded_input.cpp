@@ -1,9 +1,9 @@
 // The ways in which the command takes bytes, and how it shows those it cannot trust: the input's first byte says which.
-#include "encoded_text.h"
-#include "failure.h"
+#include "text/encoded_text.h"
+#include "io/failure.h"
 #include "fuzz.h"
 #include "printable.h"
-#include "tag_memory.h"
+#include "io/tag_memory.h"
 
 #include <glib.h>
 

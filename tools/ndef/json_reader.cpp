@@ -1,6 +1,6 @@
 #include "json.h"
 
-#include "encoded_text.h"
+#include "text/encoded_text.h"
 #include "json_fields.h"
 #include "json_text.h"
 #include "text_encoding.h"

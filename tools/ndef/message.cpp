@@ -1,7 +1,7 @@
 #include "message.h"
 
-#include "failure.h"
-#include "input.h"
+#include "io/failure.h"
+#include "io/input.h"
 
 #include <fmt/format.h>
 

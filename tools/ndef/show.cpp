@@ -1,8 +1,8 @@
+#include "view/show.h"
 #include "byte_view.h"
-#include "commands.h"
+#include "io/output.h"
 #include "message.h"
 #include "names.h"
-#include "output.h"
 #include "printable.h"
 #include "record_view.h"
 

@@ -1,7 +1,8 @@
-#include "commands.h"
-#include "failure.h"
+#include "command_line/io_options.h"
+#include "commands/commands.h"
+#include "io/failure.h"
+#include "io/output.h"
 #include "message.h"
-#include "output.h"
 #include "printable.h"
 #include "tree.h"
 
@@ -13,6 +14,12 @@
 namespace tool {
 namespace {
 
+constexpr Option files{.names = "FILE",
+                       .help = "The messages; standard input without any, or as -",
+                       .values = Option::Values::files,
+                       .repeatable = true};
+constexpr Option quiet{.names = "-q,--quiet", .help = "Print nothing, only exit with the status"};
+
 // The bytes around an offset, with a mark under the one at it, which may be just behind the last.
 std::string context_of(ByteView bytes, size_t offset)
 {
@@ -23,17 +30,17 @@ std::string context_of(ByteView bytes, size_t offset)
     return fmt::format("  {:04X}  {}\n{:{}}^^", start, hex_of(part), "", column);
 }
 
-ExitStatus check(const std::string &path, const CheckOptions &options)
+ExitStatus check(const std::string &path, const Arguments &given)
 {
     const auto say = [&](const std::string &text) {
-        if (!options.quiet)
+        if (!given.has(quiet))
             write_output(fmt::format("{}: {}\n", name_of_input(path), text));
     };
     std::vector<uint8_t> bytes;
     try {
-        bytes = read_ndef(path, options.input);
+        bytes = read_ndef(path, input_options(given));
     } catch (const Failure &failure) {
-        if (!options.quiet)
+        if (!given.has(quiet))
             complain(failure.what());
         return failure.status;
     }
@@ -46,15 +53,28 @@ ExitStatus check(const std::string &path, const CheckOptions &options)
     return exit_refused;
 }
 
-} // namespace
-
-void run_check(const CheckOptions &options)
+void run(const Arguments &given)
 {
     ExitStatus worst = exit_fine;
-    for (const std::string &path : options.paths)
-        worst = std::max(worst, check(path, options));
+    for (const std::string &path : given.has(files) ? given.values(files) : std::vector<std::string>{"-"})
+        worst = std::max(worst, check(path, given));
     if (worst != exit_fine)
         throw Failure(worst, "");
+}
+
+} // namespace
+
+Command check_command()
+{
+    return {.name = "check",
+            .summary = "Tells whether files are messages, and why not",
+            .options = with_input_options({&files, &quiet}),
+            .footer = "Examples:\n"
+                      "  ndef check *.ndef\n"
+                      "  ndef check --quiet tag.ndef && echo fine\n"
+                      "\nRecords count from 1, chunks singly; bytes count from 0, where the message begins.\n"
+                      "Exit status: 0 when all are valid, 1 when one is not, 2 when a file cannot be read.",
+            .run = run};
 }
 
 } // namespace tool

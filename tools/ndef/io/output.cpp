@@ -1,6 +1,6 @@
-#include "output.h"
+#include "io/output.h"
 
-#include "failure.h"
+#include "io/failure.h"
 #include "printable.h"
 
 #include <fmt/format.h>

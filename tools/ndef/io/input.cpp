@@ -1,9 +1,9 @@
-#include "input.h"
+#include "io/input.h"
 
-#include "encoded_text.h"
-#include "failure.h"
+#include "io/failure.h"
+#include "io/tag_memory.h"
 #include "printable.h"
-#include "tag_memory.h"
+#include "text/encoded_text.h"
 
 #include <fmt/format.h>
 
