@@ -5,7 +5,7 @@
 
 namespace nfc_ndef::values {
 
-constexpr size_t max_records = 254; // of a message that is read
+constexpr size_t max_records = NFC_NDEF_MSG_MOST_RECORDS; // of a message that is read
 
 struct Record {
     uint32_t format = NFC_NDEF_TNF_EMPTY;
@@ -48,8 +48,8 @@ nfc_ndef::Record make(const Content &content);
 // How many bytes precede the message nested in a record of this type; none for a type that nests no message.
 std::optional<size_t> nested_at(uint32_t format, ByteView type);
 
-// What people call a record: "Text", "Bluetooth OOB", also where its payload is refused; by its format where its type is
-// not known.
+// What people call a record: "Text", "Bluetooth OOB", also where its payload is refused; by its format where its type
+// is not known.
 std::string title_of(const Record &record);
 
 // A type with its format, safe to look at: media type "image/png".

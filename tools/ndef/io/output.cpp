@@ -1,0 +1,104 @@
+#include "io/output.h"
+
+#include "io/failure.h"
+
+#include <nfc_ndef/printable.h>
+
+#include <fmt/format.h>
+#include <glib.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include <unistd.h>
+
+namespace tool {
+
+namespace values = nfc_ndef::values;
+
+namespace {
+
+const std::string standard_output = "-";
+
+struct Close {
+    void operator()(std::FILE *file) const { std::fclose(file); }
+};
+
+void write_file(std::string_view text, const std::string &path)
+{
+    const auto fail = [&] {
+        throw Failure(exit_unusable,
+                      fmt::format("cannot write {}: {}", values::printable_utf8(path), std::strerror(errno)));
+    };
+    std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "wb"));
+    if (!file || std::fwrite(text.data(), 1, text.size(), file.get()) != text.size())
+        fail();
+    if (std::fclose(file.release()) != 0) // a full disk may show itself no earlier
+        fail();
+}
+
+std::string base64_of(std::span<const uint8_t> bytes)
+{
+    struct Free {
+        void operator()(char *text) const { g_free(text); }
+    };
+    return std::unique_ptr<char, Free>(g_base64_encode(bytes.data(), bytes.size())).get();
+}
+
+std::string c_array_of(std::span<const uint8_t> bytes)
+{
+    constexpr size_t bytes_in_a_line = 12;
+    std::string text = fmt::format("static const unsigned char ndef_message[{}] = {{\n", bytes.size());
+    for (size_t i = 0; i < bytes.size(); i += bytes_in_a_line) {
+        const auto line = bytes.subspan(i, std::min(bytes_in_a_line, bytes.size() - i));
+        text += fmt::format("    0x{:02X},\n", fmt::join(line, ", 0x"));
+    }
+    return text + "};\n";
+}
+
+} // namespace
+
+void write_output(std::string_view text)
+{
+    if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0)
+        return;
+    if (errno == EPIPE)
+        throw Failure(exit_unusable, "");
+    throw Failure(exit_unusable, fmt::format("cannot write to standard output: {}", std::strerror(errno)));
+}
+
+void complain(std::string_view text)
+{
+    if (!text.empty()) // not fmt::print, which throws when nobody reads
+        std::fputs(fmt::format("ndef: {}\n", text).c_str(), stderr);
+}
+
+void write_text(std::string_view text, const OutputOptions &options)
+{
+    if (options.path == standard_output)
+        write_output(text);
+    else
+        write_file(text, options.path);
+}
+
+void write_message(std::span<const uint8_t> bytes, const OutputOptions &options)
+{
+    const bool on_terminal = options.path == standard_output && isatty(STDOUT_FILENO) == 1;
+    switch (options.format.value_or(on_terminal ? OutputFormat::hex : OutputFormat::raw)) {
+    case OutputFormat::raw:
+        if (on_terminal)
+            throw Failure(exit_unusable, "raw bytes are not for a terminal: use -o, a pipe or another --format");
+        return write_text({reinterpret_cast<const char *>(bytes.data()), bytes.size()}, options);
+    case OutputFormat::hex:
+        return write_text(values::hex_of(bytes, "") + '\n', options);
+    case OutputFormat::base64:
+        return write_text(base64_of(bytes) + '\n', options);
+    case OutputFormat::c:
+        return write_text(c_array_of(bytes), options);
+    }
+}
+
+} // namespace tool
