@@ -7,14 +7,21 @@ set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 install(TARGETS nfc_ndef EXPORT NfcNdefTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(FILES include/nfc_ndef.h include/nfc_ndef.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
-install(EXPORT NfcNdefTargets NAMESPACE NfcNdef:: FILE NfcNdefConfig.cmake DESTINATION ${package_dir})
+install(EXPORT NfcNdefTargets NAMESPACE NfcNdef:: DESTINATION ${package_dir})
 write_basic_package_version_file(NfcNdefConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/NfcNdefConfigVersion.cmake DESTINATION ${package_dir})
+install(FILES cmake/NfcNdefConfig.cmake ${PROJECT_BINARY_DIR}/NfcNdefConfigVersion.cmake DESTINATION ${package_dir})
 
 file(RELATIVE_PATH pc_to_prefix /${pkgconfig_dir} /)
 string(REGEX REPLACE "/$" "" pc_to_prefix ${pc_to_prefix})
 configure_file(cmake/nfc-ndef.pc.in nfc-ndef.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/nfc-ndef.pc DESTINATION ${pkgconfig_dir})
+
+if(NFC_NDEF_VALUES)
+  install(TARGETS nfc_ndef_values EXPORT NfcNdefValuesTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(EXPORT NfcNdefValuesTargets NAMESPACE NfcNdef:: DESTINATION ${package_dir})
+  install(DIRECTORY values/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nfc_ndef
+    FILES_MATCHING PATTERN "*.h" PATTERN extract.h EXCLUDE PATTERN json EXCLUDE)
+endif()
 
 if(NFC_NDEF_TOOL)
   file(RELATIVE_PATH bin_to_lib /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})

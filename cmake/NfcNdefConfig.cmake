@@ -1,0 +1,17 @@
+# find_package(NfcNdef) gives the library, NfcNdef::nfc_ndef; with COMPONENTS values also the C++ interface,
+# NfcNdef::values, and what that links.
+include(CMakeFindDependencyMacro)
+include(${CMAKE_CURRENT_LIST_DIR}/NfcNdefTargets.cmake)
+if("values" IN_LIST NfcNdef_FIND_COMPONENTS AND EXISTS ${CMAKE_CURRENT_LIST_DIR}/NfcNdefValuesTargets.cmake)
+  find_dependency(fmt)
+  find_dependency(PkgConfig)
+  pkg_check_modules(GLIB REQUIRED QUIET IMPORTED_TARGET glib-2.0)
+  include(${CMAKE_CURRENT_LIST_DIR}/NfcNdefValuesTargets.cmake)
+  set(NfcNdef_values_FOUND TRUE)
+endif()
+foreach(component ${NfcNdef_FIND_COMPONENTS})
+  if(NfcNdef_FIND_REQUIRED_${component} AND NOT NfcNdef_${component}_FOUND)
+    set(NfcNdef_FOUND FALSE)
+    set(NfcNdef_NOT_FOUND_MESSAGE "nfc-ndef was installed without the component '${component}'")
+  endif()
+endforeach()
