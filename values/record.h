@@ -5,7 +5,7 @@
 
 namespace nfc_ndef::values {
 
-constexpr size_t max_records = 254; // of a message that is read
+constexpr size_t max_records = NFC_NDEF_MSG_MOST_RECORDS; // of a message that is read
 
 struct Record {
     uint32_t format = NFC_NDEF_TNF_EMPTY;

@@ -1,15 +1,15 @@
 // An indented tree of lines, in colour when wanted.
 #pragma once
 
-#include <cstdint>
-#include <span>
+#include <nfc_ndef/bytes.h>
+
 #include <string>
 #include <string_view>
 #include <utility>
 
 namespace tool {
 
-using ByteView = std::span<const uint8_t>;
+using nfc_ndef::values::ByteView;
 
 // The text of a tree under construction. What it is given must be printable.
 class Tree {
@@ -21,7 +21,6 @@ public:
     void field(std::string_view name, std::string_view value);
     void warning(std::string_view text);
     void line(std::string_view text);
-    void blank() { text_ += '\n'; }
 
     // Bytes as offsets, hex and ASCII.
     void dump(ByteView bytes);
@@ -54,10 +53,5 @@ private:
 
 // Printable ASCII as it is, a dot for any other byte.
 std::string ascii_of(ByteView bytes);
-
-std::string in_quotes(std::string_view printable);
-
-// "1 byte", "2 bytes".
-std::string count_of(size_t count, std::string_view thing);
 
 } // namespace tool

@@ -1,4 +1,4 @@
-#include "wire.h"
+#include "view/wire.h"
 
 #include <iterator>
 #include <string_view>
@@ -6,8 +6,6 @@
 
 namespace tool {
 namespace {
-
-using ByteView = std::span<const uint8_t>;
 
 // Takes from the front; remembers when there was too little.
 struct Cursor {

@@ -1,6 +1,6 @@
-#include "tree.h"
+#include "view/tree.h"
 
-#include "printable.h"
+#include <nfc_ndef/printable.h>
 
 #include <fmt/format.h>
 
@@ -8,6 +8,9 @@
 
 namespace tool {
 namespace {
+
+using nfc_ndef::values::count_of;
+using nfc_ndef::values::hex_of;
 
 constexpr std::string_view bold = "\x1B[1m", cyan = "\x1B[36m", yellow = "\x1B[33m", plain = "\x1B[0m";
 
@@ -52,13 +55,6 @@ std::string ascii_of(ByteView bytes)
     for (const uint8_t byte : bytes)
         text += byte >= 0x20 && byte < 0x7F ? static_cast<char>(byte) : '.';
     return text;
-}
-
-std::string in_quotes(std::string_view printable) { return fmt::format("\"{}\"", printable); }
-
-std::string count_of(size_t count, std::string_view thing)
-{
-    return fmt::format("{} {}{}", count, thing, count == 1 ? "" : "s");
 }
 
 } // namespace tool

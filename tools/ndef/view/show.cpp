@@ -1,15 +1,18 @@
-#include "byte_view.h"
-#include "commands.h"
-#include "message.h"
-#include "names.h"
-#include "output.h"
-#include "printable.h"
-#include "record_view.h"
+#include "view/show.h"
+
+#include "io/message.h"
+#include "io/output.h"
+#include "view/byte_view.h"
+#include "view/record_view.h"
+
+#include <nfc_ndef/printable.h>
 
 #include <fmt/format.h>
 
 namespace tool {
 namespace {
+
+using namespace nfc_ndef::values;
 
 // The flags of a record's first header, with ME from its last chunk, and what is out of the ordinary.
 std::string flags_of(std::span<const WireRecord> chunks)
@@ -26,13 +29,13 @@ std::string flags_of(std::span<const WireRecord> chunks)
     return flags;
 }
 
-void view_record(Tree &tree, const model::Record &record, const model::Records &message,
+void view_record(Tree &tree, const Record &record, const Records &message,
                  std::span<const WireRecord> chunks, const ShowOptions &options)
 {
     const Tree::Deeper deeper(tree);
-    tree.field("type", type_of(record));
+    tree.field("type", printable_type(record));
     if (!record.id.empty())
-        tree.field("id", in_quotes(printable_utf8(record.id)));
+        tree.field("id", quoted_utf8(record.id));
     if (const std::string flags = flags_of(chunks); !flags.empty())
         tree.field("flags", flags);
     tree.field("payload", count_of(record.payload.size(), "byte"));
@@ -49,13 +52,12 @@ void view_record(Tree &tree, const model::Record &record, const model::Records &
 void run_show(const ShowOptions &options)
 {
     const std::vector<uint8_t> bytes = read_ndef(options.path, options.input);
-    const nfc_ndef::Message message = parse_message(bytes, options.path);
-    const model::Records records = model::decode(*message);
+    const Records records = parse_message(bytes, options.path);
     const std::vector<WireRecord> on_the_wire = wire_records(bytes);
     const auto chunks = joined(on_the_wire);
     Tree tree(wants_color(options.color), options.everything);
     for (size_t i = 0; i < records.size(); ++i) {
-        tree.heading(fmt::format("Record {}: {}", i + 1, kind_name(records[i])));
+        tree.heading(fmt::format("Record {}: {}", i + 1, title_of(records[i])));
         view_record(tree, records[i], records, chunks.at(i), options);
         write_output(tree.take());
     }

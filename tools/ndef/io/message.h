@@ -1,10 +1,8 @@
 // Decodes a whole message, and says why bytes are not one.
 #pragma once
 
-#include <nfc_ndef.hpp>
+#include <nfc_ndef/record.h>
 
-#include <cstdint>
-#include <span>
 #include <string>
 
 namespace tool {
@@ -13,6 +11,6 @@ namespace tool {
 std::string reason_of(const nfc_ndef_msg_report &report);
 
 // Throws Failure, exit_refused, with the path and the reason when the bytes are not a message.
-nfc_ndef::Message parse_message(std::span<const uint8_t> bytes, const std::string &path);
+nfc_ndef::values::Records parse_message(nfc_ndef::values::ByteView bytes, const std::string &path);
 
 } // namespace tool

@@ -1,8 +1,7 @@
-#include "byte_view.h"
+#include "view/byte_view.h"
 
-#include "model.h"
-#include "names.h"
-#include "printable.h"
+#include <nfc_ndef/printable.h>
+#include <nfc_ndef/record.h>
 
 #include <fmt/format.h>
 
@@ -10,6 +9,8 @@
 
 namespace tool {
 namespace {
+
+using namespace nfc_ndef::values;
 
 enum class Ascii { no, yes };
 
@@ -24,7 +25,7 @@ public:
             rows(base + record.offset + at, record.bytes.subspan(at, length), meaning, ascii);
             at += length;
         };
-        take(1, fmt::format("header: {}, {}", flag_names(record.header), format_name(record.format())));
+        take(1, fmt::format("header: {}, {}", flag_names(record.header), Names(type_name_formats).title_of(record.format())));
         take(1, fmt::format("type length: {}", record.type.size()));
         take(record.has(WireRecord::sr) ? 1 : 4, fmt::format("payload length: {}", record.payload.size()));
         if (record.has(WireRecord::il))
@@ -44,8 +45,8 @@ public:
             return false;
         if (prefix_length > 0)
             rows(offset, payload.first(prefix_length), "payload, before the nested message", Ascii::no);
-        if (depth_ >= max_depth) {
-            tree_.warning(fmt::format("nested deeper than {} records: {} not followed", max_depth,
+        if (depth_ >= max_nesting) {
+            tree_.warning(fmt::format("nested deeper than {} records: {} not followed", max_nesting,
                                       count_of(message.size(), "byte")));
             return true;
         }
@@ -58,10 +59,7 @@ public:
 private:
     void payload(const WireRecord &record, size_t offset)
     {
-        model::Record type;
-        type.format = record.format();
-        type.type.assign(record.type.begin(), record.type.end());
-        const auto prefix_length = model::nested_prefix_length(type);
+        const auto prefix_length = nested_at(record.format(), record.type);
         if (record.has(WireRecord::cf) || !prefix_length || !nested(record.payload, *prefix_length, offset))
             rows(offset, record.payload, "payload", Ascii::yes);
     }

@@ -1,8 +1,9 @@
 // What a record means, as a tree.
 #pragma once
 
-#include "model.h"
-#include "tree.h"
+#include "view/tree.h"
+
+#include <nfc_ndef/record.h>
 
 namespace tool {
 
@@ -12,9 +13,7 @@ struct RecordViewOptions {
 
 // Shows the content of a record: all that follows from its type and payload. `message` is the one that the record is
 // in: references are looked up there.
-void view_content(Tree &tree, const model::Record &record, const model::Records &message, RecordViewOptions options);
-
-// A type with its format by name: media type "image/png".
-std::string type_of(const model::Record &record);
+void view_content(Tree &tree, const nfc_ndef::values::Record &record, const nfc_ndef::values::Records &message,
+                  RecordViewOptions options);
 
 } // namespace tool
