@@ -1,5 +1,8 @@
 #include "message/scan.h"
 
+#define SPELLED(number) #number
+#define IN_DIGITS(name) SPELLED(name)
+
 using namespace ndef;
 
 uint8_t nfc_ndef_msg_check(const uint8_t *data, uint32_t offset, uint32_t length, nfc_ndef_msg_report *report)
@@ -32,7 +35,7 @@ const char *nfc_ndef_msg_check_text(uint32_t reason)
     case NFC_NDEF_MSG_BYTES_LEFT_OVER:
         return "bytes are left over after the last record";
     case NFC_NDEF_MSG_TOO_MANY_RECORDS:
-        return "more than 254 records";
+        return "more than " IN_DIGITS(NFC_NDEF_MSG_MOST_RECORDS) " records";
     case NFC_NDEF_MSG_MB_MISSING:
         return "the Message Begin flag is missing";
     case NFC_NDEF_MSG_MB_REPEATED:

@@ -1,5 +1,7 @@
 #include "message/scan.h"
 
+#include "record/known_type.h"
+
 namespace ndef {
 
 namespace {
@@ -48,7 +50,7 @@ nfc_ndef_msg_reason broken_rule(const RecordView &record, const Place &place)
 // A Generic Control record leads a sequence of messages of one record each.
 bool is_generic_control(const RecordView &record)
 {
-    return record.type_length == 2 && record.type()[0] == 'G' && record.type()[1] == 'c';
+    return short_name(record.type()) == known::generic_control.short_name;
 }
 
 // Sees the headers go by and tells whether the message is one of the usual kind, which breaks no rule for MB, ME and

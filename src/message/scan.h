@@ -60,7 +60,7 @@ public:
     size_t position(const WholeRecord &record) const { return static_cast<size_t>(record.first() - records_.data()); }
     WholeRecord at(size_t position) const { return WholeRecord{records_.data() + position}; }
 
-    static constexpr size_t most_read = 254;
+    static constexpr size_t most_read = NFC_NDEF_MSG_MOST_RECORDS;
 
 private:
     void read(ByteView message);

@@ -149,8 +149,8 @@ inline uint8_t framing_bits(const nfc_ndef_record &record)
 }
 
 // Writes a record that has a length; `framing` holds the MB, ME and CF bits.
-[[gnu::always_inline]] inline void nfc_ndef_record_write_to_byte_array(const nfc_ndef_record &record, Writer &out,
-                                                                       uint8_t framing)
+template <class Out> [[gnu::always_inline]] inline void
+nfc_ndef_record_write_to_byte_array(const nfc_ndef_record &record, Out &out, uint8_t framing)
 {
     const nfc_ndef_record_type &type = record.record_type;
     const bool is_short = record.payload_length <= longest_short_payload;

@@ -66,23 +66,21 @@ nfc_ndef_record *rtdlib_alternative_carrier_record_create(uint32_t cps, uint8_t 
     if ((carrier_data_ref_length != 0 && !carrier_data_ref) ||
         (aux_data_ref_count != 0 && (!aux_data_ref_lengths || !aux_data_refs)))
         return nullptr;
-    uint64_t size = uint64_t{3} + carrier_data_ref_length + aux_data_ref_count;
-    for (uint8_t i = 0; i < aux_data_ref_count; ++i) {
+    for (uint8_t i = 0; i < aux_data_ref_count; ++i)
         if (aux_data_ref_lengths[i] != 0 && !aux_data_refs[i])
             return nullptr;
-        size += aux_data_ref_lengths[i];
-    }
-    if (size > longest_payload)
-        return nullptr;
 
-    Payload payload(size);
-    payload.u8(static_cast<uint8_t>(cps))
-        .u8(carrier_data_ref_length)
-        .bytes({carrier_data_ref, carrier_data_ref_length})
-        .u8(aux_data_ref_count);
-    for (uint8_t i = 0; i < aux_data_ref_count; ++i)
-        payload.u8(aux_data_ref_lengths[i]).bytes({aux_data_refs[i], aux_data_ref_lengths[i]});
-    return lone_record_of(well_known("ac"), payload).release();
+    const auto layout = [&](auto &out) {
+        out.u8(static_cast<uint8_t>(cps))
+            .u8(carrier_data_ref_length)
+            .bytes({carrier_data_ref, carrier_data_ref_length})
+            .u8(aux_data_ref_count);
+        for (uint8_t i = 0; i < aux_data_ref_count; ++i)
+            out.u8(aux_data_ref_lengths[i]).bytes({aux_data_refs[i], aux_data_ref_lengths[i]});
+    };
+    const uint64_t length = length_of(layout);
+    return length > longest_payload ? nullptr
+                                    : lone_record_of(known::alternative_carrier, laid_out(layout, length)).release();
 }
 
 int8_t rtdlib_alternative_carrier_record_extract(const nfc_ndef_record *record, uint32_t *cps,

@@ -11,9 +11,6 @@ using namespace ndef;
 namespace {
 
 constexpr uint8_t longest_name = 248;
-constexpr uint64_t fixed_size = 11;
-constexpr std::string_view type_name = VENDOR_DOMAIN ":bt";
-static_assert(type_name.size() <= UINT8_MAX, "a type name holds at most 255 bytes");
 
 // How many bytes of pairing data a pairing type announces; none for an unknown type.
 std::optional<uint8_t> pairing_data_length_of(uint8_t pairing_type)
@@ -41,14 +38,15 @@ nfc_ndef_record *rtdlib_bt_configuration_data_record_create(const nfc_ndef_bt_rt
         pairing_data_length_of(fields->pairing_type) != fields->pairing_data_length || name.size() > longest_name)
         return nullptr;
 
-    Payload payload(fixed_size + pairing_data.size() + name.size());
-    payload.u8(fields->pairing_type)
-        .reversed(fields->device_address)
-        .reversed(fields->class_of_device)
-        .bytes(pairing_data)
-        .u8(fields->local_name_length)
-        .bytes(name);
-    return record_of(external(type_name), payload, {id, id_length}).release();
+    const auto layout = [&](auto &out) {
+        out.u8(fields->pairing_type)
+            .reversed(fields->device_address)
+            .reversed(fields->class_of_device)
+            .bytes(pairing_data)
+            .u8(fields->local_name_length)
+            .bytes(name);
+    };
+    return record_of(known::bluetooth_legacy, laid_out(layout), {id, id_length}).release();
 }
 
 int8_t rtdlib_bt_configuration_data_record_extract(const nfc_ndef_record *record, nfc_ndef_bt_rtd_2_0_str **fields)
@@ -97,8 +95,9 @@ void nfc_ndef_bt_rtd_2_0_str_delete(nfc_ndef_bt_rtd_2_0_str **fields)
 {
     if (!fields || !*fields)
         return;
-    g_free((*fields)->pairing_data);
-    g_free((*fields)->local_name);
+    for (uint8_t *field : {(*fields)->pairing_data, (*fields)->local_name})
+        if (field)
+            g_free(field);
     g_free(*fields);
     *fields = nullptr;
 }

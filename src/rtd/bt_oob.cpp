@@ -28,12 +28,9 @@ enum EirType : uint8_t {
 constexpr size_t length_field_size = 2;
 constexpr size_t key_length = 16;
 constexpr size_t company_id_length = 2;
-constexpr uint64_t eir_header_size = 2;            // its length and type bytes
 constexpr size_t longest_eir_data = UINT8_MAX - 1; // the length byte counts the type too
 constexpr uint64_t longest_payload = UINT16_MAX;
 constexpr uint8_t most_manufacturer_entries = UINT8_MAX;
-
-constexpr KnownType oob_type = media("application/vnd.bluetooth.ep.oob");
 
 // One EIR structure.
 struct Eir {
@@ -184,7 +181,6 @@ struct Field {
     {
         return bytes.empty() ? type == 0 : type == incomplete || type == complete;
     }
-    uint64_t eir_size() const { return bytes.empty() ? 0 : eir_header_size + bytes.size(); }
 };
 
 bool has_manufacturer_entries(const nfc_ndef_bt_rtd_2_1_str &fields)
@@ -206,25 +202,32 @@ bool are_manufacturer_entries(const nfc_ndef_bt_rtd_2_1_str &fields)
     return true;
 }
 
-void write_eir(Payload &payload, uint8_t type, ByteView data, ByteView more = {})
+template <class Out> void write_eir(Out &out, uint8_t type, ByteView data, ByteView more = {})
 {
-    payload.u8(static_cast<uint8_t>(1 + data.size() + more.size())).u8(type).bytes(data).bytes(more);
+    out.u8(static_cast<uint8_t>(1 + data.size() + more.size())).u8(type).bytes(data).bytes(more);
 }
 
-void write_field(Payload &payload, uint8_t type, const Field &field)
+void free_present(void *block)
 {
-    if (!field.bytes.empty())
-        write_eir(payload, type, field.bytes);
+    if (block)
+        g_free(block);
 }
 
-void free_entries(uint8_t **entries, size_t count)
+// Without a count the arrays, and without a length an entry's data, are not the structure's. After a failure any of the
+// arrays may be missing.
+void free_manufacturer_entries(const nfc_ndef_bt_rtd_2_1_str &fields)
 {
-    if (!entries)
+    if (fields.manufacturer_data_count == 0)
         return;
-    for (size_t i = 0; i < count; ++i)
-        if (entries[i])
-            g_free(entries[i]);
-    g_free(entries);
+    for (size_t i = 0; i < fields.manufacturer_data_count; ++i) {
+        if (fields.manufacturer_ids)
+            free_present(fields.manufacturer_ids[i]);
+        if (fields.manufacturer_data && fields.manufacturer_data_lengths && fields.manufacturer_data_lengths[i] != 0)
+            free_present(fields.manufacturer_data[i]);
+    }
+    free_present(fields.manufacturer_data_lengths);
+    free_present(fields.manufacturer_ids);
+    free_present(fields.manufacturer_data);
 }
 
 } // namespace
@@ -254,28 +257,24 @@ nfc_ndef_record *rtdlib_bt_2_1_configuration_data_record_create(const nfc_ndef_b
     if (has_entries && !are_manufacturer_entries(*fields))
         return nullptr;
 
-    uint64_t size =
-        length_field_size + sizeof fields->device_address + eir_header_size + sizeof fields->class_of_device;
-    for (const Field &field : {name, hash, randomizer, uuid16, uuid32, uuid128})
-        size += field.eir_size();
-    for (size_t i = 0; i < fields->manufacturer_data_count; ++i)
-        size += eir_header_size + company_id_length + fields->manufacturer_data_lengths[i];
-    if (size > longest_payload)
+    const Eir structures[] = {
+        {local_name_type, name.bytes},     {class_of_device, fields->class_of_device}, {hash_c, hash.bytes},
+        {randomizer_r, randomizer.bytes},  {uuid16_list_type, uuid16.bytes},           {uuid32_list_type, uuid32.bytes},
+        {uuid128_list_type, uuid128.bytes}};
+    uint64_t length = 0; // not known before the layout has been counted
+    const auto layout = [&](auto &out) {
+        out.le16(static_cast<uint16_t>(length)).bytes(fields->device_address);
+        for (const Eir &eir : structures)
+            if (!eir.data.empty())
+                write_eir(out, eir.type, eir.data);
+        for (size_t i = 0; i < fields->manufacturer_data_count; ++i)
+            write_eir(out, manufacturer, {fields->manufacturer_ids[i], company_id_length},
+                      {fields->manufacturer_data[i], fields->manufacturer_data_lengths[i]});
+    };
+    length = length_of(layout);
+    if (length > longest_payload)
         return nullptr;
-
-    Payload payload(size);
-    payload.u8(static_cast<uint8_t>(size)).u8(static_cast<uint8_t>(size >> 8)).bytes(fields->device_address);
-    write_field(payload, local_name_type, name);
-    write_eir(payload, class_of_device, fields->class_of_device);
-    write_field(payload, hash_c, hash);
-    write_field(payload, randomizer_r, randomizer);
-    write_field(payload, uuid16_list_type, uuid16);
-    write_field(payload, uuid32_list_type, uuid32);
-    write_field(payload, uuid128_list_type, uuid128);
-    for (size_t i = 0; i < fields->manufacturer_data_count; ++i)
-        write_eir(payload, manufacturer, {fields->manufacturer_ids[i], company_id_length},
-                  {fields->manufacturer_data[i], fields->manufacturer_data_lengths[i]});
-    return record_of(oob_type, payload, {id, id_length}).release();
+    return record_of(known::bluetooth_oob, laid_out(layout, length), {id, id_length}).release();
 }
 
 int8_t rtdlib_bt_2_1_configuration_data_record_extract(const nfc_ndef_record *record, nfc_ndef_bt_rtd_2_1_str **fields)
@@ -307,13 +306,11 @@ void nfc_ndef_bt_rtd_2_1_str_delete(nfc_ndef_bt_rtd_2_1_str **fields)
 {
     if (!fields || !*fields)
         return;
-    nfc_ndef_bt_rtd_2_1_str &freed = **fields;
-    for (uint8_t *field : {freed.local_name, freed.hash_c, freed.randomizer_r, freed.uuid16_list, freed.uuid32_list,
-                           freed.uuid128_list, freed.manufacturer_data_lengths})
-        if (field)
-            g_free(field);
-    free_entries(freed.manufacturer_ids, freed.manufacturer_data_count);
-    free_entries(freed.manufacturer_data, freed.manufacturer_data_count);
+    const nfc_ndef_bt_rtd_2_1_str &freed = **fields;
+    for (uint8_t *field :
+         {freed.local_name, freed.hash_c, freed.randomizer_r, freed.uuid16_list, freed.uuid32_list, freed.uuid128_list})
+        free_present(field);
+    free_manufacturer_entries(freed);
     g_free(*fields);
     *fields = nullptr;
 }

@@ -13,17 +13,15 @@ constexpr uint8_t record_follows = 0x00;
 
 RecordPtr make_action(uint8_t action_flag, uint8_t action_code, const nfc_ndef_record *action_record)
 {
-    if (action_flag != 0) {
-        Payload payload(2);
-        payload.u8(code_follows).u8(action_code);
-        return lone_record_of(well_known("a"), payload);
-    }
-    const uint32_t length = action_record ? nfc_ndef_record_get_byte_array_length(*action_record) : 0;
-    Payload payload(1 + uint64_t{length});
-    payload.u8(record_follows);
-    if (length != 0)
-        nfc_ndef_record_write_to_byte_array(*action_record, payload.writer(), framing_bits(*action_record));
-    return lone_record_of(well_known("a"), payload);
+    const auto layout = [&](auto &out) {
+        if (action_flag != 0)
+            out.u8(code_follows).u8(action_code);
+        else
+            out.u8(record_follows);
+        if (action_flag == 0 && action_record && nfc_ndef_record_get_byte_array_length(*action_record) != 0)
+            nfc_ndef_record_write_to_byte_array(*action_record, out, framing_bits(*action_record));
+    };
+    return lone_record_of(known::control_action, laid_out(layout));
 }
 
 bool is_action(ByteView payload) { return !payload.empty() && (payload[0] == record_follows || payload.size() >= 2); }
@@ -61,8 +59,7 @@ nfc_ndef_record *rtdlib_generic_control_record_create(uint8_t config, const nfc_
     control.add(target_record).add(action.get()).add_if(data_record);
     for (uint8_t i = gc_count; i-- > 0;)
         control.add(gc_records[i]);
-    Payload payload = control.pack({&config, 1});
-    return lone_record_of(well_known("Gc"), payload).release();
+    return lone_record_of(known::generic_control, control.pack({&config, 1})).release();
 }
 
 int8_t rtdlib_generic_control_record_extract(const nfc_ndef_record *record, uint32_t *config,
@@ -74,7 +71,8 @@ int8_t rtdlib_generic_control_record_extract(const nfc_ndef_record *record, uint
     enum : Nested::Type { target, action, data, control };
     Reader payload(payload_of(record));
     const uint8_t config_byte = payload.u8();
-    static constexpr KnownType parts[] = {well_known("t"), well_known("a"), well_known("d"), well_known("Gc")};
+    static constexpr KnownType parts[] = {known::control_target, known::control_action, known::control_data,
+                                          known::generic_control};
     Nested nested(payload.rest(), parts);
     if (!nested.valid())
         return failure;

@@ -14,12 +14,13 @@ nfc_ndef_record *rtdlib_handover_carrier_record_create(uint32_t ctf, uint8_t car
     if (!carrier_type)
         return nullptr;
     constexpr uint8_t zeros[longest_carrier_data]{};
-    Payload payload(2 + uint64_t{carrier_type_length} + carrier_data_length);
-    payload.u8(static_cast<uint8_t>(ctf))
-        .u8(carrier_type_length)
-        .bytes({carrier_type, carrier_type_length})
-        .bytes({carrier_data ? carrier_data : zeros, carrier_data_length});
-    return lone_record_of(well_known("Hc"), payload).release();
+    const auto layout = [&](auto &out) {
+        out.u8(static_cast<uint8_t>(ctf))
+            .u8(carrier_type_length)
+            .bytes({carrier_type, carrier_type_length})
+            .bytes({carrier_data ? carrier_data : zeros, carrier_data_length});
+    };
+    return lone_record_of(known::handover_carrier, laid_out(layout)).release();
 }
 
 int8_t rtdlib_handover_carrier_record_extract(const nfc_ndef_record *record, uint32_t *ctf,

@@ -4,9 +4,6 @@
 
 using namespace ndef;
 
-constexpr std::string_view type_name = VENDOR_DOMAIN ":she";
-static_assert(type_name.size() <= UINT8_MAX, "a type name holds at most 255 bytes");
-
 static bool is_accepted(uint8_t version) { return version >> 4 == 1 || (version & 0x0F) == 0; }
 
 nfc_ndef_record *rtdlib_sharing_enquiry_record_create(uint8_t enquiry_type, uint8_t enquiry_data_length,
@@ -14,9 +11,10 @@ nfc_ndef_record *rtdlib_sharing_enquiry_record_create(uint8_t enquiry_type, uint
 {
     if ((enquiry_data_length != 0) != (enquiry_data != nullptr) || !is_accepted(version))
         return nullptr;
-    Payload payload(3 + uint64_t{enquiry_data_length});
-    payload.u8(version).u8(enquiry_type).u8(enquiry_data_length).bytes({enquiry_data, enquiry_data_length});
-    return record_of(external(type_name), payload).release();
+    const auto layout = [&](auto &out) {
+        out.u8(version).u8(enquiry_type).u8(enquiry_data_length).bytes({enquiry_data, enquiry_data_length});
+    };
+    return record_of(known::sharing_enquiry, laid_out(layout)).release();
 }
 
 int8_t rtdlib_sharing_enquiry_record_extract(const nfc_ndef_record *record, uint8_t *enquiry_type,

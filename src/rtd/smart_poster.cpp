@@ -18,9 +18,7 @@ nfc_ndef_record *rtdlib_smart_poster_record_create(uint8_t title_count, nfc_ndef
 {
     if (!uri_record)
         return nullptr;
-    Payload action_payload(action_payload_length);
-    action_payload.u8(action);
-    const RecordPtr action_record = record_of(well_known("act"), action_payload);
+    const RecordPtr action_record = record_of(known::poster_action, laid_out([&](auto &out) { out.u8(action); }));
 
     Draft poster;
     poster.add(uri_record)
@@ -30,8 +28,7 @@ nfc_ndef_record *rtdlib_smart_poster_record_create(uint8_t title_count, nfc_ndef
         .add_if(type_record)
         .add_if(size_record)
         .add_each(other_count, other_records);
-    Payload payload = poster.pack({});
-    return record_of(well_known("Sp"), payload).release();
+    return record_of(known::smart_poster, poster.pack({})).release();
 }
 
 int8_t rtdlib_smart_poster_record_extract(const nfc_ndef_record *record, uint8_t *title_count,
@@ -41,8 +38,8 @@ int8_t rtdlib_smart_poster_record_extract(const nfc_ndef_record *record, uint8_t
                                           nfc_ndef_record ***other_records)
 {
     enum : Nested::Type { uri, title, type, size, act, image, video };
-    static constexpr KnownType parts[] = {well_known("U"),   well_known("T"), well_known("t"), well_known("s"),
-                                          well_known("act"), media("image*"), media("video*")};
+    static constexpr KnownType parts[] = {known::uri,           known::text,   known::poster_type, known::poster_size,
+                                          known::poster_action, known::images, known::videos};
     Nested poster(payload_of(record), parts);
 
     if (!poster.valid() || poster.count(uri) != 1 || !poster.take_first(uri, uri_record))

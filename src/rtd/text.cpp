@@ -14,11 +14,11 @@ nfc_ndef_record *rtdlib_text_record_create(uint8_t utf16, uint8_t language_code_
     if (language_code_length == 0 || !language_code || text_length == 0 || !text ||
         language_code_length > language_length_bits)
         return nullptr;
-    Payload payload(1 + uint64_t{language_code_length} + text_length);
-    payload.u8(static_cast<uint8_t>((utf16 & 1 ? utf16_bit : 0) | language_code_length))
-        .bytes({language_code, language_code_length})
-        .bytes({text, text_length});
-    return record_of(well_known("T"), payload).release();
+    const auto status = static_cast<uint8_t>((utf16 & 1 ? utf16_bit : 0) | language_code_length);
+    const auto layout = [&](auto &out) {
+        out.u8(status).bytes({language_code, language_code_length}).bytes({text, text_length});
+    };
+    return record_of(known::text, laid_out(layout)).release();
 }
 
 int8_t rtdlib_text_record_extract(const nfc_ndef_record *record, uint8_t *utf16, uint8_t *language_code_length,

@@ -2,13 +2,14 @@
 #include "record/build.h"
 #include "rtd/result.h"
 
-#include <algorithm>
-
 using namespace ndef;
 
 static bool has_control_byte(ByteView uri_field)
 {
-    return std::any_of(uri_field.begin(), uri_field.end(), [](uint8_t byte) { return byte < 0x20; });
+    for (const uint8_t byte : uri_field)
+        if (byte < 0x20)
+            return true;
+    return false;
 }
 
 nfc_ndef_record *rtdlib_uri_record_create(uint8_t identifier_code, uint32_t uri_field_length, const uint8_t *uri_field)
@@ -18,9 +19,7 @@ nfc_ndef_record *rtdlib_uri_record_create(uint8_t identifier_code, uint32_t uri_
     const ByteView field{uri_field, uri_field_length};
     if (has_control_byte(field))
         return nullptr;
-    Payload payload(1 + uint64_t{uri_field_length});
-    payload.u8(identifier_code).bytes(field);
-    return record_of(well_known("U"), payload).release();
+    return record_of(known::uri, laid_out([&](auto &out) { out.u8(identifier_code).bytes(field); })).release();
 }
 
 int8_t rtdlib_uri_record_extract(const nfc_ndef_record *record, uint8_t *identifier_code, uint8_t **uri_field,

@@ -173,6 +173,8 @@ TEST(Record, SetIdTakesTheBufferOverUnlessRefused)
     EXPECT_EQ(id_of(r.get()), text("ab"));
     EXPECT_EQ(nfc_ndef_record_set_id(r.get(), second, 3), 3);
     EXPECT_EQ(id_of(r.get()), text("xyz"));
+    EXPECT_EQ(nfc_ndef_record_set_id(r.get(), second, 2), 2); // its own
+    EXPECT_EQ(id_of(r.get()), text("xy"));
     EXPECT_EQ(nfc_ndef_record_set_id(r.get(), nullptr, 0), 0);
     EXPECT_TRUE(!r->id && r->id_length == 0);
     EXPECT_EQ(hex(encode(r)), "11010354616263");

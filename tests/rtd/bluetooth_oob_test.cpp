@@ -204,9 +204,27 @@ TEST(BluetoothOob, Reads)
     EXPECT_EQ(read_oob(nullptr), "-1");
     expect_checked(rtdlib_bt_2_1_configuration_data_record_extract, with_payload(bytes("0D00" + head)),
                    structure_outputs);
+}
+
+TEST(BluetoothOob, FreesNoEntriesWithoutACountAndNoDataWithoutALength)
+{
     nfc_ndef_bt_rtd_2_1_str_delete(nullptr);
-    Structure *none = nullptr;
-    nfc_ndef_bt_rtd_2_1_str_delete(&none);
+    Structure *fields = nullptr;
+    nfc_ndef_bt_rtd_2_1_str_delete(&fields);
+    uint8_t borrowed[] = {0}, *entries[] = {borrowed};
+    const auto one = [](auto content) { // an array of one entry
+        auto *const array = static_cast<decltype(content) *>(os_block_alloc(sizeof content));
+        return *array = content, array;
+    };
+    for (const uint8_t count : {uint8_t{0}, uint8_t{1}}) {
+        fields = static_cast<Structure *>(os_block_alloc_and_clear(sizeof(Structure)));
+        fields->manufacturer_data_count = count;
+        fields->manufacturer_ids = count ? one(owned(text("id"))) : entries;
+        fields->manufacturer_data_lengths = count ? one(uint8_t{0}) : borrowed;
+        fields->manufacturer_data = count ? one(&borrowed[0]) : entries;
+        nfc_ndef_bt_rtd_2_1_str_delete(&fields);
+        EXPECT_EQ(fields, nullptr);
+    }
 }
 
 TEST(BluetoothOob, ReadsBackWhatItBuilt)
