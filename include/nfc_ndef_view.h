@@ -209,7 +209,8 @@ typedef enum nfc_ndef_payload_reason {
     NFC_NDEF_PAYLOAD_REFERENCE_CHARACTER = 14,     /**< A reference has a character that is not allowed there. */
     NFC_NDEF_PAYLOAD_NOTHING_SELECTED = 15,        /**< A Handover Select without a message is not alone in its own. */
     NFC_NDEF_PAYLOAD_RANDOMIZER_WITHOUT_HASH = 16, /**< There is a Randomizer R, but no Hash C. */
-    NFC_NDEF_PAYLOAD_PAIRING_TYPE = 17             /**< The pairing type is not known. */
+    NFC_NDEF_PAYLOAD_PAIRING_TYPE = 17,            /**< The pairing type is not known. */
+    NFC_NDEF_PAYLOAD_LIST_NOT_WHOLE = 18           /**< A list of UUIDs ends within one. */
 } nfc_ndef_payload_reason;
 
 /** What a function that reads a payload found. */
