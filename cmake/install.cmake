@@ -10,7 +10,7 @@ if(TARGET nfc_ndef_static)
 endif()
 install(TARGETS ${libraries} EXPORT NfcNdefTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(FILES include/nfc_ndef.h include/nfc_ndef.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 install(EXPORT NfcNdefTargets NAMESPACE NfcNdef:: DESTINATION ${package_dir})
 write_basic_package_version_file(NfcNdefConfigVersion.cmake COMPATIBILITY SameMajorVersion)
