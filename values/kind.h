@@ -28,7 +28,7 @@ namespace nfc_ndef::values {
  *     static constexpr std::string_view title;  what people call it
  *     static std::optional<T> read(const nfc_ndef_record &, const Nesting &);  none for a payload that is refused
  *     static nfc_ndef::Record make(const T &);  a record without an id; null for values that make none
- *     template <class Fields> static void map(Fields &, Value<Fields, T> &);  its members, in order (fields.h)
+ *     template <class Fields> static void map(Fields &, Value<Fields, T> &);  its members, in order
  *     static void show(const T &, View &);      what it tells people
  *
  * and inherits from Leaf or Nests<n>. A type that lacks one of them does not compile.
