@@ -27,9 +27,9 @@ namespace nfc_ndef::values {
  *     static constexpr Type type;               the record type that it is found by
  *     static constexpr std::string_view json;   the "kind" of its JSON form
  *     static constexpr std::string_view title;  what people call it
- *     static std::optional<T> read(const nfc_ndef_record_view &, const Nesting &);  none for a payload that is refused;
- * the payload is not in chunks static nfc_ndef::Record make(const T &);  a record without an id; null for values that
- * make none template <class Fields> static void map(Fields &, Value<Fields, T> &);  its members, in order (fields.h)
+ *     static std::optional<T> read(const nfc_ndef_record_view &, const Nesting &);  none if the payload is refused
+ *     static nfc_ndef::Record make(const T &);  a record without an id; null for values that make none
+ *     template <class Fields> static void map(Fields &, Value<Fields, T> &);  its members, in order
  *     static void show(const T &, View &);      what it tells people
  *
  * and inherits from Leaf or Nests<n>. A type that lacks one of them does not compile.

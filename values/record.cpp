@@ -114,16 +114,21 @@ nfc_ndef::Record to_handle(const Record &record)
                                           pointer_to(record.payload), static_cast<uint32_t>(record.payload.size())));
 }
 
+bool is_sequence(const Records &message)
+{
+    return !message.empty() && text_of(message.front().type) == Kind<GenericControl>::type.name;
+}
+
 std::optional<Bytes> encode(const Records &message)
 {
-    const bool is_sequence = !message.empty() && text_of(message.front().type) == Kind<GenericControl>::type.name;
+    const bool each_alone = is_sequence(message);
     Bytes bytes;
     for (size_t i = 0; i < message.size(); ++i) {
         const nfc_ndef::Record record = to_handle(message[i]);
         if (!record)
             return std::nullopt;
-        record->mb = is_sequence || i == 0;
-        record->me = is_sequence || i + 1 == message.size();
+        record->mb = each_alone || i == 0;
+        record->me = each_alone || i + 1 == message.size();
         Block<> block;
         const uint32_t length = nfc_ndef_record_to_byte_array(record.get(), out(block));
         if (length == 0)

@@ -426,8 +426,10 @@ Records records_of(const Json &json, const std::string &path, unsigned nesting)
     if (json.size() > max_records)
         throw JsonError(path, fmt::format("must hold at most {} records", max_records));
     Records records;
-    for (size_t i = 0; i < json.size(); ++i)
-        records.push_back(record_of(json[i], fmt::format("{}/{}", path, i), nesting, nesting > 0 || json.size() == 1));
+    for (size_t i = 0; i < json.size(); ++i) {
+        const bool alone = nesting > 0 || json.size() == 1 || is_sequence(records);
+        records.push_back(record_of(json[i], fmt::format("{}/{}", path, i), nesting, alone));
+    }
     return records;
 }
 
