@@ -17,9 +17,9 @@
 
 namespace nfc_ndef::values {
 
-using AllKinds = Kinds<Text, Uri, SmartPoster, GenericControl, HandoverRequest, HandoverSelect, HandoverCarrier,
-                       AlternativeCarrier, CollisionResolution, HandoverSelectError, BluetoothOob, BluetoothLegacy,
-                       SharingEnquiry>;
+using AllKinds =
+    Kinds<Text, Uri, SmartPoster, GenericControl, HandoverRequest, HandoverSelect, HandoverCarrier, AlternativeCarrier,
+          CollisionResolution, HandoverSelectError, BluetoothOob, BluetoothLegacy, SharingEnquiry>;
 
 // What a record holds; Generic where only its bytes are known.
 using Content = AllKinds::Content;

@@ -7,8 +7,8 @@
 
 namespace nfc_ndef::values {
 
-// Why a JSON text is not a message: the member as a JSON pointer (RFC 6901) such as /records/0/text, and the reason. May
-// quote the text, so it must be made printable.
+// Why a JSON text is not a message: the member as a JSON pointer (RFC 6901) such as /records/0/text, and the reason.
+// May quote the text, so it must be made printable.
 struct JsonError : std::runtime_error {
     JsonError(const std::string &member_path, const std::string &reason) : std::runtime_error(reason), path(member_path)
     {

@@ -54,14 +54,8 @@ private:
 
 // Type name formats, the TNF field of NFC Forum NDEF 1.0.
 inline constexpr Name type_name_formats[] = {
-    {0, "empty"},
-    {1, "well-known"},
-    {2, "media", "media type"},
-    {3, "absolute-uri", "absolute URI"},
-    {4, "external"},
-    {5, "unknown"},
-    {6, "unchanged"},
-    {7, "reserved"},
+    {0, "empty"},    {1, "well-known"}, {2, "media", "media type"}, {3, "absolute-uri", "absolute URI"},
+    {4, "external"}, {5, "unknown"},    {6, "unchanged"},           {7, "reserved"},
 };
 
 } // namespace nfc_ndef::values

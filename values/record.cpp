@@ -125,8 +125,7 @@ std::optional<Bytes> encode(const Records &message)
 std::optional<size_t> nested_at(uint32_t format, ByteView type)
 {
     std::optional<size_t> prefix;
-    AllKinds::of_type(format, text_of(type),
-                      [&]<class T>(std::type_identity<T>) { prefix = Kind<T>::nested_at; });
+    AllKinds::of_type(format, text_of(type), [&]<class T>(std::type_identity<T>) { prefix = Kind<T>::nested_at; });
     return prefix;
 }
 

@@ -48,8 +48,8 @@ nfc_ndef::Record make(const Content &content);
 // How many bytes precede the message nested in a record of this type; none for a type that nests no message.
 std::optional<size_t> nested_at(uint32_t format, ByteView type);
 
-// What people call a record: "Text", "Bluetooth OOB", also where its payload is refused; by its format where its type is
-// not known.
+// What people call a record: "Text", "Bluetooth OOB", also where its payload is refused; by its format where its type
+// is not known.
 std::string title_of(const Record &record);
 
 // A type with its format, safe to look at: media type "image/png".

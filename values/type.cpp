@@ -8,10 +8,7 @@ namespace {
 
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-bool equal_but_for_case(std::string_view a, std::string_view b)
-{
-    return std::ranges::equal(a, b, {}, lower, lower);
-}
+bool equal_but_for_case(std::string_view a, std::string_view b) { return std::ranges::equal(a, b, {}, lower, lower); }
 
 } // namespace
 

@@ -1,10 +1,10 @@
 // Legacy Bluetooth configuration record, an external type of the vendor.
+#include "host/release.h"
 #include "record/build.h"
 #include "record/payload_report.h"
 #include "rtd/result.h"
 
 #include <algorithm>
-#include <glib.h>
 #include <optional>
 
 using namespace ndef;
@@ -132,8 +132,7 @@ void nfc_ndef_bt_rtd_2_0_str_delete(nfc_ndef_bt_rtd_2_0_str **fields)
     if (!fields || !*fields)
         return;
     for (uint8_t *field : {(*fields)->pairing_data, (*fields)->local_name})
-        if (field)
-            g_free(field);
-    g_free(*fields);
+        release_present(field);
+    release_present(*fields);
     *fields = nullptr;
 }

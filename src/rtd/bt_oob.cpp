@@ -1,9 +1,9 @@
-// Building Bluetooth 2.1 out-of-band records, and freeing their fields.
+// Building Bluetooth 2.1 out-of-band records, and freeing what was read from them.
+#include "host/release.h"
 #include "record/build.h"
 #include "record/eir.h"
 
 #include <algorithm>
-#include <glib.h>
 
 using namespace ndef;
 
@@ -54,12 +54,6 @@ template <class Out> void write_eir(Out &out, uint8_t type, ByteView data, ByteV
     out.u8(static_cast<uint8_t>(1 + data.size() + more.size())).u8(type).bytes(data).bytes(more);
 }
 
-void free_present(void *block)
-{
-    if (block)
-        g_free(block);
-}
-
 // Without a count the arrays, and without a length an entry's data, are not the structure's. After a failure any of the
 // arrays may be missing.
 void free_manufacturer_entries(const nfc_ndef_bt_rtd_2_1_str &fields)
@@ -68,13 +62,13 @@ void free_manufacturer_entries(const nfc_ndef_bt_rtd_2_1_str &fields)
         return;
     for (size_t i = 0; i < fields.manufacturer_data_count; ++i) {
         if (fields.manufacturer_ids)
-            free_present(fields.manufacturer_ids[i]);
+            release_present(fields.manufacturer_ids[i]);
         if (fields.manufacturer_data && fields.manufacturer_data_lengths && fields.manufacturer_data_lengths[i] != 0)
-            free_present(fields.manufacturer_data[i]);
+            release_present(fields.manufacturer_data[i]);
     }
-    free_present(fields.manufacturer_data_lengths);
-    free_present(fields.manufacturer_ids);
-    free_present(fields.manufacturer_data);
+    release_present(fields.manufacturer_data_lengths);
+    release_present(fields.manufacturer_ids);
+    release_present(fields.manufacturer_data);
 }
 
 } // namespace
@@ -131,8 +125,8 @@ void nfc_ndef_bt_rtd_2_1_str_delete(nfc_ndef_bt_rtd_2_1_str **fields)
     const nfc_ndef_bt_rtd_2_1_str &freed = **fields;
     for (uint8_t *field :
          {freed.local_name, freed.hash_c, freed.randomizer_r, freed.uuid16_list, freed.uuid32_list, freed.uuid128_list})
-        free_present(field);
+        release_present(field);
     free_manufacturer_entries(freed);
-    g_free(*fields);
+    release_present(*fields);
     *fields = nullptr;
 }

@@ -61,6 +61,7 @@ const Case cases[] = {
     {"9101015461 11010055", {NFC_NDEF_MSG_ME_MISSING, 1, 5}},
     {"9102004763 51010055", {NFC_NDEF_MSG_ME_MISSING, 0, 0}},
     {"D102004763 91010055", {NFC_NDEF_MSG_ME_MISSING, 1, 5}},
+    {"9103004763 78 51010055", {NFC_NDEF_MSG_VALID, 2, 10}},  // a type that only begins with "Gc"
     {"D102004763 FE", {NFC_NDEF_MSG_HEADER_CUT_SHORT, 1, 5}}, // where another message may follow
     {"D101015461 51010055", {NFC_NDEF_MSG_ME_EARLY, 0, 0}},
     {"9101015461 51010055 51010055", {NFC_NDEF_MSG_ME_EARLY, 1, 5}},
@@ -105,6 +106,7 @@ TEST(Check, EachReasonHasATextOfItsOwn)
         EXPECT_TRUE(texts.insert(text).second && !text.empty() && !text.ends_with('.')) << text;
     }
     EXPECT_STREQ(nfc_ndef_msg_check_text(UINT32_MAX), "unknown reason");
+    EXPECT_STREQ(nfc_ndef_msg_check_text(NFC_NDEF_MSG_TOO_MANY_RECORDS), "more than 254 records");
 }
 
 // The vectors say what they are refused for, or as what they are encoded again when not as themselves.

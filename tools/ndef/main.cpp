@@ -1,6 +1,10 @@
-#include "command_line.h"
-#include "failure.h"
-#include "output.h"
+#include "command_line/parse.h"
+#include "commands/commands.h"
+#include "io/failure.h"
+#include "io/output.h"
+
+#include <fmt/format.h>
+#include <nfc_ndef.h>
 
 #include <exception>
 
@@ -8,7 +12,9 @@ int main(int argc, char **argv)
 {
     using namespace tool;
     try {
-        run_command_line(argc, argv);
+        const std::string version =
+            fmt::format("{}.{}.{}", NFC_NDEF_VERSION_MAJOR, NFC_NDEF_VERSION_MINOR, NFC_NDEF_VERSION_PATCH);
+        run_command_line(program(), version, argc, argv);
         return exit_fine;
     } catch (const Failure &failure) {
         complain(failure.what());

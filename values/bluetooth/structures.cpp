@@ -33,18 +33,22 @@ constexpr Name services[] = {
     {0x1200, "PnP Information"},
 };
 
-constexpr Name major_classes[] = {{0, "Miscellaneous"}, {1, "Computer"},
-                                  {2, "Phone"},         {3, "LAN/Network Access Point"},
-                                  {4, "Audio/Video"},   {5, "Peripheral"},
-                                  {6, "Imaging"},       {7, "Wearable"},
-                                  {8, "Toy"},           {9, "Health"},
-                                  {31, "Uncategorized"}};
+constexpr Name major_classes[] = {
+    {0, "Miscellaneous"}, {1, "Computer"},   {2, "Phone"},         {3, "LAN/Network Access Point"},
+    {4, "Audio/Video"},   {5, "Peripheral"}, {6, "Imaging"},       {7, "Wearable"},
+    {8, "Toy"},           {9, "Health"},     {31, "Uncategorized"}};
 
 // By bit of the class of device.
-constexpr Name major_services[] = {
-    {13, "Limited Discoverable Mode"}, {14, "LE Audio"}, {16, "Positioning"}, {17, "Networking"},  {18, "Rendering"},
-    {19, "Capturing"},                 {20, "Object Transfer"},               {21, "Audio"},       {22, "Telephony"},
-    {23, "Information"}};
+constexpr Name major_services[] = {{13, "Limited Discoverable Mode"},
+                                   {14, "LE Audio"},
+                                   {16, "Positioning"},
+                                   {17, "Networking"},
+                                   {18, "Rendering"},
+                                   {19, "Capturing"},
+                                   {20, "Object Transfer"},
+                                   {21, "Audio"},
+                                   {22, "Telephony"},
+                                   {23, "Information"}};
 
 constexpr Name le_roles[] = {
     {0, "only peripheral"}, {1, "only central"}, {2, "peripheral preferred"}, {3, "central preferred"}};
@@ -144,13 +148,14 @@ void show_structures(ByteView bytes, View &view)
             view.field(shown->name, shown->show(structure->data));
     }
     if (structures.left() != 0)
-        view.warning(fmt::format("a field of {} runs past the end", count_of(bytes[bytes.size() - structures.left()], "byte")));
+        view.warning(
+            fmt::format("a field of {} runs past the end", count_of(bytes[bytes.size() - structures.left()], "byte")));
 }
 
 std::string class_of_device_text(uint32_t class_of_device)
 {
-    std::string text = fmt::format("{:06X}, {}", class_of_device,
-                                   Names(major_classes).title_of(class_of_device >> 8 & 0x1F));
+    std::string text =
+        fmt::format("{:06X}, {}", class_of_device, Names(major_classes).title_of(class_of_device >> 8 & 0x1F));
     std::string_view separator = "; services: ";
     for (const Name &service : major_services)
         if ((class_of_device >> service.value & 1) != 0) {

@@ -167,9 +167,8 @@ public:
         spelled(name, read, spelling, Presence::required);
         value = read.value_or(value);
     }
-    template <size_t N>
-    void spelled(std::string_view name, std::optional<std::array<uint8_t, N>> &value, const Spelling &spelling,
-                 Presence presence)
+    template <size_t N> void spelled(std::string_view name, std::optional<std::array<uint8_t, N>> &value,
+                                     const Spelling &spelling, Presence presence)
     {
         if (const Json *found = find(name, presence))
             std::ranges::copy(spelled_bytes(*found, name, spelling), value.emplace().begin());
@@ -295,7 +294,8 @@ private:
     Bytes spelled_bytes(const Json &json, std::string_view name, const Spelling &spelling) const
     {
         const std::optional<Bytes> bytes = spelling.bytes_of(string_of(json, name));
-        check(bytes.has_value(), name, fmt::format("must be {} bytes such as \"{}\"", spelling.length, spelling.example));
+        check(bytes.has_value(), name,
+              fmt::format("must be {} bytes such as \"{}\"", spelling.length, spelling.example));
         return *bytes;
     }
 

@@ -27,8 +27,8 @@ Json hex_pattern(Sizes sizes)
 {
     if (sizes.least == 0 && sizes.most == Sizes().most)
         return reference("hex");
-    const std::string count = sizes.least == sizes.most ? fmt::format("{}", sizes.least)
-                                                        : fmt::format("{},{}", sizes.least, sizes.most);
+    const std::string count =
+        sizes.least == sizes.most ? fmt::format("{}", sizes.least) : fmt::format("{},{}", sizes.least, sizes.most);
     return {{"type", "string"}, {"pattern", fmt::format("^([0-9A-Fa-f]{{2}}){{{}}}$", count)}};
 }
 
@@ -98,7 +98,8 @@ public:
     }
     void bytes(std::string_view name, const Bytes &, Sizes sizes = {})
     {
-        set(name, sizes.least == 0 ? hex_pattern(sizes) : Json{{"anyOf", {hex_pattern(exactly(0)), hex_pattern(sizes)}}});
+        set(name,
+            sizes.least == 0 ? hex_pattern(sizes) : Json{{"anyOf", {hex_pattern(exactly(0)), hex_pattern(sizes)}}});
     }
     template <size_t N> void bytes(std::string_view name, const std::array<uint8_t, N> &)
     {
@@ -197,11 +198,10 @@ private:
         AllKinds::of_type(NFC_NDEF_TNF_WELL_KNOWN, type, [&]<class T>(std::type_identity<T>) {
             alternatives.push_back({{"properties", {{"kind", {{"const", Kind<T>::json}}}}}});
         });
-        alternatives.push_back({{"properties",
-                                 {{"kind", {{"const", "generic"}}},
-                                  {"tnf", {{"const", "well-known"}}},
-                                  {"type", {{"const", type}}}}},
-                                {"required", {"kind", "type"}}});
+        alternatives.push_back(
+            {{"properties",
+              {{"kind", {{"const", "generic"}}}, {"tnf", {{"const", "well-known"}}}, {"type", {{"const", type}}}}},
+             {"required", {"kind", "type"}}});
         definitions_[definition_of(type)] = {{"anyOf", alternatives}};
         return {{"allOf", {reference(definition), reference(definition_of(type))}}};
     }
@@ -246,7 +246,8 @@ std::string json_schema()
         alternatives.push_back(reference(name));
 
     Json definitions{
-        {"hex", {{"description", "Bytes, each as two hex digits"}, {"type", "string"}, {"pattern", "^([0-9A-Fa-f]{2})*$"}}},
+        {"hex",
+         {{"description", "Bytes, each as two hex digits"}, {"type", "string"}, {"pattern", "^([0-9A-Fa-f]{2})*$"}}},
         {"string", {{"description", "Text without a NUL"}, {"type", "string"}, {"pattern", "^[^\\u0000]*$"}}},
         {"version",
          {{"description", "Major and minor version"},
@@ -260,8 +261,7 @@ std::string json_schema()
         {"record", {{"$ref", "#/$defs/members"}, {"unevaluatedProperties", false}}},
         {"record_with_flags",
          {{"$ref", "#/$defs/members"},
-          {"properties",
-           {{"mb", {{"type", "boolean"}}}, {"me", {{"type", "boolean"}}}, {"cf", {{"type", "boolean"}}}}},
+          {"properties", {{"mb", {{"type", "boolean"}}}, {"me", {{"type", "boolean"}}}, {"cf", {{"type", "boolean"}}}}},
           {"unevaluatedProperties", false}}},
     };
     for (auto &[name, schema] : types)
@@ -271,8 +271,7 @@ std::string json_schema()
                     {"title", "An NDEF message, as the ndef command writes and reads it"},
                     {"type", "object"},
                     {"properties",
-                     {{"$schema", {{"type", "string"}}},
-                      {"records", {{"$ref", "#/$defs/records"}, {"minItems", 1}}}}},
+                     {{"$schema", {{"type", "string"}}}, {"records", {{"$ref", "#/$defs/records"}, {"minItems", 1}}}}},
                     {"required", {"records"}},
                     {"additionalProperties", false},
                     {"$defs", definitions}});

@@ -85,9 +85,8 @@ public:
     {
         set(name, spelling.text_of(value));
     }
-    template <size_t N>
-    void spelled(std::string_view name, const std::optional<std::array<uint8_t, N>> &value, const Spelling &spelling,
-                 Presence)
+    template <size_t N> void spelled(std::string_view name, const std::optional<std::array<uint8_t, N>> &value,
+                                     const Spelling &spelling, Presence)
     {
         if (value)
             spelled(name, *value, spelling);
@@ -186,8 +185,8 @@ void write_payload(JsonWriter &fields, const Record &record, const Nesting &nest
 }
 
 // A record of a kind, with its type and its payload where they are not those of the record that its members make.
-template <class T> Json typed(const Record &record, const T &content, const Nesting &nesting,
-                              const GenericControl::Flags *flags)
+template <class T>
+Json typed(const Record &record, const T &content, const Nesting &nesting, const GenericControl::Flags *flags)
 {
     Json object{{"kind", Kind<T>::json}};
     JsonWriter fields(object, nesting);

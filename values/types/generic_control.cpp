@@ -15,9 +15,8 @@ std::optional<GenericControl> Kind<GenericControl>::read(const nfc_ndef_record &
     uint8_t flag = no_flag;
     nfc_ndef::Record target, action, data;
     Array<nfc_ndef::Record> controls;
-    const int8_t result =
-        rtdlib_generic_control_record_extract(&record, &config, out(target), &flag, &code, out(action), out(data),
-                                              controls.out_count(), controls.out());
+    const int8_t result = rtdlib_generic_control_record_extract(
+        &record, &config, out(target), &flag, &code, out(action), out(data), controls.out_count(), controls.out());
     if (result != 1)
         return std::nullopt;
     GenericControl control;

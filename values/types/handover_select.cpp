@@ -16,8 +16,8 @@ std::optional<HandoverSelect> Kind<HandoverSelect>::read(const nfc_ndef_record &
         return std::nullopt;
     select.ac_records = nested(carriers, nesting);
     select.err_record = nested(error, nesting);
-    select.other_records = error ? others_in(record, *nested_at, {"ac", "err"}, nesting)
-                                 : others_in(record, *nested_at, {"ac"}, nesting);
+    select.other_records =
+        error ? others_in(record, *nested_at, {"ac", "err"}, nesting) : others_in(record, *nested_at, {"ac"}, nesting);
     return select;
 }
 

@@ -6,9 +6,8 @@ namespace nfc_ndef::values {
 
 namespace {
 
-constexpr Name reasons[] = {{1, "temporary memory constraints"},
-                            {2, "permanent memory constraints"},
-                            {3, "carrier-specific constraints"}};
+constexpr Name reasons[] = {
+    {1, "temporary memory constraints"}, {2, "permanent memory constraints"}, {3, "carrier-specific constraints"}};
 
 } // namespace
 

@@ -42,9 +42,9 @@ std::optional<SmartPoster> Kind<SmartPoster>::read(const nfc_ndef_record &record
     Array<nfc_ndef::Record> titles, icons, others;
     nfc_ndef::Record uri, size, type;
     uint32_t action = 0;
-    const int8_t result = rtdlib_smart_poster_record_extract(
-        &record, titles.out_count(), titles.out(), out(uri), &action, icons.out_count(), icons.out(), out(size),
-        out(type), others.out_count(), others.out());
+    const int8_t result = rtdlib_smart_poster_record_extract(&record, titles.out_count(), titles.out(), out(uri),
+                                                             &action, icons.out_count(), icons.out(), out(size),
+                                                             out(type), others.out_count(), others.out());
     if (result != 1)
         return std::nullopt;
     SmartPoster poster;

@@ -25,7 +25,8 @@ public:
             rows(base + record.offset + at, record.bytes.subspan(at, length), meaning, ascii);
             at += length;
         };
-        take(1, fmt::format("header: {}, {}", flag_names(record.header), Names(type_name_formats).title_of(record.format())));
+        take(1, fmt::format("header: {}, {}", flag_names(record.header),
+                            Names(type_name_formats).title_of(record.format())));
         take(1, fmt::format("type length: {}", record.type.size()));
         take(record.has(WireRecord::sr) ? 1 : 4, fmt::format("payload length: {}", record.payload.size()));
         if (record.has(WireRecord::il))

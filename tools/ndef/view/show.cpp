@@ -29,8 +29,8 @@ std::string flags_of(std::span<const WireRecord> chunks)
     return flags;
 }
 
-void view_record(Tree &tree, const Record &record, const Records &message,
-                 std::span<const WireRecord> chunks, const ShowOptions &options)
+void view_record(Tree &tree, const Record &record, const Records &message, std::span<const WireRecord> chunks,
+                 const ShowOptions &options)
 {
     const Tree::Deeper deeper(tree);
     tree.field("type", printable_type(record));

@@ -1,4 +1,4 @@
-#include "color.h"
+#include "io/color.h"
 
 #include <cstdlib>
 #include <string_view>

@@ -1,6 +1,6 @@
-#include "tag_memory.h"
+#include "io/tag_memory.h"
 
-#include "failure.h"
+#include "io/failure.h"
 
 #include <fmt/format.h>
 

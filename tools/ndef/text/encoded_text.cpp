@@ -1,4 +1,4 @@
-#include "encoded_text.h"
+#include "text/encoded_text.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,7 +1,8 @@
-#include "output.h"
+#include "io/output.h"
 
-#include "failure.h"
-#include "printable.h"
+#include "io/failure.h"
+
+#include <nfc_ndef/printable.h>
 
 #include <fmt/format.h>
 #include <glib.h>
@@ -15,6 +16,9 @@
 #include <unistd.h>
 
 namespace tool {
+
+namespace values = nfc_ndef::values;
+
 namespace {
 
 const std::string standard_output = "-";
@@ -26,7 +30,8 @@ struct Close {
 void write_file(std::string_view text, const std::string &path)
 {
     const auto fail = [&] {
-        throw Failure(exit_unusable, fmt::format("cannot write {}: {}", printable_utf8(path), std::strerror(errno)));
+        throw Failure(exit_unusable,
+                      fmt::format("cannot write {}: {}", values::printable_utf8(path), std::strerror(errno)));
     };
     std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "wb"));
     if (!file || std::fwrite(text.data(), 1, text.size(), file.get()) != text.size())
@@ -88,7 +93,7 @@ void write_message(std::span<const uint8_t> bytes, const OutputOptions &options)
             throw Failure(exit_unusable, "raw bytes are not for a terminal: use -o, a pipe or another --format");
         return write_text({reinterpret_cast<const char *>(bytes.data()), bytes.size()}, options);
     case OutputFormat::hex:
-        return write_text(hex_of(bytes, "") + '\n', options);
+        return write_text(values::hex_of(bytes, "") + '\n', options);
     case OutputFormat::base64:
         return write_text(base64_of(bytes) + '\n', options);
     case OutputFormat::c:

@@ -1,0 +1,192 @@
+// The one source that knows the library for options, whose templates take long to compile.
+#include "command_line/parse.h"
+
+#include "io/failure.h"
+#include "io/output.h"
+
+#include <nfc_ndef/printable.h>
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <sstream>
+
+namespace tool {
+
+namespace values = nfc_ndef::values;
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+// CLI11 reads a meaning into some values: "[a,b]" is two, "++" ends a command, and "--id=" takes the next argument.
+// This mark in front of them, or behind the last, hides them from it.
+constexpr char mark = '\1';
+
+std::string marked(std::string argument)
+{
+    if (argument.starts_with('[') || argument == "++" || argument.starts_with(mark))
+        return mark + argument;
+    if (argument.starts_with("--") && argument.find('=') == argument.size() - 1)
+        return argument + mark;
+    return argument;
+}
+
+std::string unmarked(std::string argument) { return argument.starts_with(mark) ? argument.substr(1) : argument; }
+
+[[noreturn]] void refuse_unexpected(const Strings &arguments)
+{
+    throw CLI::ParseError(fmt::format("The following {} not expected: {}",
+                                      arguments.size() == 1 ? "argument was" : "arguments were",
+                                      fmt::join(arguments, " ")),
+                          CLI::ExitCodes::ExtrasError);
+}
+
+// A command as CLI11 sees it, and those below.
+class Parser {
+public:
+    // Arguments behind "--" are no options, and `behind_dashes` says whether there are any.
+    Parser(const Command &command, CLI::App &app, bool behind_dashes) : command_(command), app_(app)
+    {
+        app.footer(std::string(command.footer));
+        for (const Option *option : command.options)
+            add(*option, behind_dashes);
+        for (const auto &[one, one_added] : added_)
+            for (const auto &[other, other_added] : added_)
+                if (one != other && !one->group.empty() && one->group == other->group)
+                    one_added->excludes(other_added);
+        app.require_subcommand(command.commands.empty() ? 0 : 1);
+        for (const Command &below : command.commands)
+            below_.emplace_back(
+                below, *app.add_subcommand(std::string(below.name), std::string(below.summary))->group("Commands"),
+                behind_dashes);
+    }
+
+    // The command that was asked for.
+    const Parser &chosen() const
+    {
+        const auto found = std::ranges::find_if(below_, [](const Parser &below) { return below.app_.parsed(); });
+        return found == below_.end() ? *this : found->chosen();
+    }
+
+    void run(Strings behind_dashes) const { command_.run(arguments(std::move(behind_dashes))); }
+
+    // "ndef make text"
+    std::string full_name() const
+    {
+        std::string name = app_.get_name();
+        for (const CLI::App *parent = app_.get_parent(); parent; parent = parent->get_parent())
+            name = parent->get_name() + ' ' + name;
+        return name;
+    }
+
+    bool needs_command() const { return !command_.commands.empty(); }
+
+private:
+    void add(const Option &option, bool behind_dashes)
+    {
+        const std::string names(option.names), help(option.help);
+        CLI::Option *added = option.is_flag() ? app_.add_flag(names, help) : app_.add_option(names);
+        added->description(help);
+        if (!option.is_flag()) {
+            added->type_name(std::string(option.placeholder));
+            if (option.repeatable)
+                added->expected(1, CLI::detail::expected_max_vector_size)->allow_extra_args(option.is_positional());
+            if (option.values == Option::Values::listed)
+                added->check(CLI::IsMember(words_of(option.list)).description(""));
+            added->required(option.required && !(option.is_positional() && behind_dashes));
+        }
+        added_.emplace_back(&option, added);
+    }
+
+    Arguments arguments(Strings behind_dashes) const
+    {
+        Arguments given;
+        for (const auto &[option, added] : added_) {
+            if (option->is_flag()) {
+                if (added->count() > 0 && added->as<bool>())
+                    given.add(*option, {});
+                continue;
+            }
+            Strings values = added->results();
+            std::ranges::transform(values, values.begin(), unmarked);
+            if (option->is_positional()) {
+                const auto room = option->repeatable ? behind_dashes.size() : 1 - std::min<size_t>(1, values.size());
+                const auto taken = behind_dashes.begin() + std::min(std::ptrdiff_t(room), std::ssize(behind_dashes));
+                values.insert(values.end(), behind_dashes.begin(), taken);
+                behind_dashes.erase(behind_dashes.begin(), taken);
+            }
+            if (!values.empty())
+                given.add(*option, std::move(values));
+        }
+        if (!behind_dashes.empty())
+            refuse_unexpected(behind_dashes);
+        return given;
+    }
+
+    const Command &command_;
+    CLI::App &app_;
+    std::vector<std::pair<const Option *, CLI::Option *>> added_;
+    std::vector<Parser> below_;
+};
+
+// Why a command line cannot be followed.
+std::string reason_of(const CLI::ParseError &error, const Parser &chosen, const Strings &arguments)
+{
+    const std::string name = chosen.full_name();
+    if (dynamic_cast<const CLI::RequiredError *>(&error) && chosen.needs_command()) {
+        const auto next = static_cast<size_t>(std::ranges::count(name, ' ')); // behind the command's name
+        const std::string unknown = next < arguments.size() ? arguments[next] : "";
+        return unknown.empty() || unknown.starts_with('-')
+                   ? fmt::format("'{}' needs the name of a command", name)
+                   : fmt::format("{} has no command '{}'", name, values::printable_utf8(unknown));
+    }
+    std::string reason = error.what();
+    std::erase(reason, mark);
+    return values::printable_utf8(reason);
+}
+
+} // namespace
+
+void run_command_line(const Command &program, std::string_view version, int argc, char **argv)
+{
+    const Strings all(argv + std::min(argc, 1), argv + argc);
+    const auto dashes = std::ranges::find(all, "--");
+    Strings behind_dashes(dashes == all.end() ? dashes : dashes + 1, all.end());
+    Strings reversed(std::make_reverse_iterator(dashes), all.rend()); // as CLI11 takes them
+    std::ranges::transform(reversed, reversed.begin(), marked);
+
+    CLI::App app(std::string(program.summary), std::string(program.name));
+    app.set_version_flag("--version", fmt::format("{} {}", program.name, version));
+    app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+    const Parser parser(program, app, !behind_dashes.empty());
+    const auto refuse_what_is_left = [&] {
+        if (const Strings left = app.remaining(true); !left.empty())
+            refuse_unexpected(left);
+    };
+    try {
+        try {
+            app.parse(std::move(reversed));
+        } catch (const CLI::ExtrasError &) {
+            refuse_what_is_left(); // in the order given
+        } catch (const CLI::CallForHelp &) {
+            // In "-hi" no help is asked for.
+            for (const std::string &left : app.remaining(true))
+                if (std::ranges::find(all, unmarked(left)) == all.end())
+                    refuse_what_is_left();
+            throw;
+        }
+        parser.chosen().run(std::move(behind_dashes));
+    } catch (const CLI::Success &request) {
+        std::ostringstream text;
+        app.exit(request, text);
+        write_output(text.str());
+    } catch (const CLI::ParseError &error) {
+        const Parser &chosen = parser.chosen();
+        throw Failure(exit_unusable,
+                      fmt::format("{} ('{} --help' tells more)", reason_of(error, chosen, all), chosen.full_name()));
+    }
+}
+
+} // namespace tool

@@ -1,0 +1,19 @@
+#include "commands/commands.h"
+
+namespace tool {
+
+Command program()
+{
+    return {.name = "ndef",
+            .summary = "Reads, checks and makes NFC Forum NDEF messages.",
+            .footer =
+                "Examples:\n"
+                "  ndef show tag.ndef             what is on a tag\n"
+                "  ndef show --tlv dump.bin       the same, from the memory of a Type 2 tag\n"
+                "  echo D101025503 61 | ndef show\n"
+                "  ndef check *.ndef              why messages are refused\n"
+                "\n'ndef COMMAND --help' tells more. Exit status: 0 fine, 1 refused, 2 unusable files or options.",
+            .commands = {show_command(), check_command(), json_command(), make_command(), completion_command()}};
+}
+
+} // namespace tool

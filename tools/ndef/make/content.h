@@ -1,0 +1,28 @@
+// The content of records from what people say on a command line.
+#pragma once
+
+#include <nfc_ndef/values.h>
+
+#include <stdexcept>
+#include <string>
+
+namespace tool::make {
+
+namespace values = nfc_ndef::values;
+
+// A value that makes no record; the text says which and why, and may quote it.
+struct ImpossibleValue : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+void require(bool possible, const std::string &reason);
+
+// Each throws ImpossibleValue.
+values::Content text_content(const std::string &text, const std::string &language, bool utf16);
+values::Content uri_content(const std::string &uri);
+values::Record record_of(values::Content content);
+
+// The message of one record of this content.
+values::Bytes message_of(values::Content content, const std::string &id);
+
+} // namespace tool::make

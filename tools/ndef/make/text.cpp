@@ -1,0 +1,30 @@
+#include "make/content.h"
+#include "make/thing.h"
+
+namespace tool::make {
+namespace {
+
+constexpr Option text_argument{.names = "TEXT", .help = "The text", .required = true};
+constexpr Option language{
+    .names = "--language", .placeholder = "CODE", .help = "The text's language, such as en or pt-BR; en without it"};
+constexpr Option utf16{.names = "--utf16", .help = "Write the text as UTF-16 instead of UTF-8"};
+
+values::Content content(const Arguments &given)
+{
+    return text_content(given.value_or(text_argument, ""), given.value_or(language, "en"), given.has(utf16));
+}
+
+} // namespace
+
+Thing text()
+{
+    return {.name = "text",
+            .summary = "Makes a message of one text",
+            .options = {&text_argument, &language, &utf16},
+            .examples = "Examples:\n"
+                        "  ndef make text Hello\n"
+                        "  ndef make text \"Grüße\" --language de -o tag.ndef",
+            .content = content};
+}
+
+} // namespace tool::make

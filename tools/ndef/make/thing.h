@@ -1,0 +1,25 @@
+// What can be made, as a table; commands/make.cpp has a command for each row.
+#pragma once
+
+#include "command_line/command.h"
+
+#include <nfc_ndef/values.h>
+
+namespace tool::make {
+
+namespace values = nfc_ndef::values;
+
+// Either of the functions is there. They throw ImpossibleValue (content.h) or Failure.
+struct Thing {
+    std::string_view name;
+    std::string_view summary;
+    std::vector<const Option *> options; // its own, besides those of output and the record's id
+    std::string_view examples;
+    std::function<values::Content(const Arguments &)> content{}; // of one record
+    std::function<values::Bytes(const Arguments &)> message{};   // a whole message
+};
+
+// The list is in all.cpp.
+std::vector<Thing> all_things();
+
+} // namespace tool::make
