@@ -142,14 +142,11 @@ TEST(View, KnowsTheKindsByTheRulesOfMatching)
 
 TEST(Writer, FiltersAndReordersIntoABuffer)
 {
-    const Bytes message = bytes("9101015461 B901020154696162 56000163 5101015564");
+    const Bytes message = bytes("9101015461 3901020154696162 16000163 5101015564");
     const auto reversed = [&](uint8_t *buffer, uint32_t capacity) {
         nfc_ndef_msg_view view;
         nfc_ndef_record_view records[3], *next = records;
-        EXPECT_EQ(nfc_ndef_msg_view_open(lent(message), &view, nullptr), 0) << "MB is repeated";
-        Bytes corrected = message;
-        corrected[5] = 0x39;
-        EXPECT_EQ(nfc_ndef_msg_view_open(lent(corrected), &view, nullptr), 1);
+        EXPECT_EQ(nfc_ndef_msg_view_open(lent(message), &view, nullptr), 1);
         while (nfc_ndef_msg_view_next(&view, next))
             ++next;
         nfc_ndef_msg_writer writer;
@@ -231,9 +228,9 @@ TEST(Tlv, IsFoundInADataArea)
         {header + "0305" + one, "D101015461.", NFC_NDEF_TLV_FOUND, 16, "memory from its first byte"},
         {header + "FD90 AA*144 0305" + one, "", NFC_NDEF_TLV_CUT_SHORT, 160, "the size of the data area"},
         {header + "0203 F00200 0305 D1010154 61", "D101015461.", NFC_NDEF_TLV_FOUND, 21, "before the reserved bytes"},
-        {header + "0103 181002 0305 D1 EEEE 010154 61", "D1.01015461.", NFC_NDEF_TLV_FOUND, 21, "bits, not bytes"},
-        {header + "0203 180202 0305 D1 EEEE 010154 61", "D1.01015461.", NFC_NDEF_TLV_FOUND, 21, "page size"},
-        {header + "0203 170402 EEEEEE 0305" + one, "", NFC_NDEF_TLV_FOUND, 0, "?"},
+        {header + "0103 601002 0305 D1 EEEE 010154 61", "D1.01015461.", NFC_NDEF_TLV_FOUND, 21, "bits, not bytes"},
+        {header + "0203 300203 0305 D1 EEEE 010154 61", "D1.01015461.", NFC_NDEF_TLV_FOUND, 21, "page size"},
+        {header + "0203 510302 EEEEEE 0305" + one, "D101015461.", NFC_NDEF_TLV_FOUND, 24, "reserved between blocks"},
         {"", "", NFC_NDEF_TLV_NO_MESSAGE, 0, "nothing"},
         {"00FE0305" + one, "", NFC_NDEF_TLV_NO_MESSAGE, 1, "behind the terminator"},
         {"0000", "", NFC_NDEF_TLV_NO_MESSAGE, 2, "the end instead of a terminator"},
