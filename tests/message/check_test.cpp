@@ -1,3 +1,4 @@
+#include "agreement.h"
 #include "ndef.h"
 
 #include <fstream>
@@ -21,6 +22,7 @@ std::ostream &operator<<(std::ostream &out, const Verdict &v)
 Verdict check(const Bytes &data)
 {
     const Exact input(data);
+    EXPECT_STREQ(agreement::broken_by({input.data(), input.size()}), nullptr);
     nfc_ndef_msg_report report{99, 99, 99};
     const uint8_t valid = nfc_ndef_msg_check(input.data(), 0, input.size(), &report);
     EXPECT_EQ(valid, report.reason == NFC_NDEF_MSG_VALID);
