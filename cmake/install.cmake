@@ -10,7 +10,7 @@ if(TARGET nfc_ndef_static)
 endif()
 install(TARGETS ${libraries} EXPORT NfcNdefTargets
   LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(FILES include/nfc_ndef.h include/nfc_ndef.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 install(EXPORT NfcNdefTargets NAMESPACE NfcNdef:: DESTINATION ${package_dir})
 write_basic_package_version_file(NfcNdefConfigVersion.cmake COMPATIBILITY SameMajorVersion)
@@ -34,7 +34,7 @@ if(NFC_NDEF_VALUES)
   install(TARGETS nfc_ndef_values EXPORT NfcNdefValuesTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
   install(EXPORT NfcNdefValuesTargets NAMESPACE NfcNdef:: DESTINATION ${package_dir})
   install(DIRECTORY values/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nfc_ndef
-    FILES_MATCHING PATTERN "*.h" PATTERN extract.h EXCLUDE PATTERN json EXCLUDE)
+    FILES_MATCHING PATTERN "*.h" PATTERN c_interface.h EXCLUDE PATTERN json EXCLUDE)
 endif()
 
 if(NFC_NDEF_TOOL)

@@ -22,12 +22,12 @@ struct Record {
 };
 
 // Reads a record and those nested in it.
+Record decode(const nfc_ndef_record_view &record, const Nesting &nesting = {});
 Record decode(const nfc_ndef_record &record, const Nesting &nesting = {});
 Records decode(const nfc_ndef_msg &message, const Nesting &nesting = {});
 
-// Reads the records of a whole message; none when the bytes are not one (nfc_ndef_msg_check() tells why). Throws
-// std::bad_alloc.
-std::optional<Records> decode(ByteView message, const Nesting &nesting = {});
+// Reads the records of a whole message; none when the bytes are not one.
+std::optional<Records> decode(ByteView message, const Nesting &nesting = {}, nfc_ndef_msg_report *report = nullptr);
 
 // Makes a record of this content, which is not Generic; none when the values do not make one.
 std::optional<Record> build(Content content, Bytes id = {});
@@ -35,8 +35,10 @@ std::optional<Record> build(Content content, Bytes id = {});
 // A record of any type; nothing looks at the payload.
 Record generic_record(const Type &type, Bytes payload, Bytes id = {});
 
-// The bytes of a message; none when a record cannot be encoded. Readers accept a message that begins with a "Gc" record
-// only as a sequence of one-record messages, so each record of such a message carries both MB and ME.
+// Whether a message begins with a "Gc" record: readers accept it only as a sequence of one-record messages.
+bool is_sequence(const Records &message);
+
+// The bytes of a message; none when a record cannot be encoded. Each record of a sequence carries both MB and ME.
 std::optional<Bytes> encode(const Records &message);
 
 // A record as the C interface has it, outside any message; null when its fields cannot be those of a record.

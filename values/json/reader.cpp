@@ -1,6 +1,7 @@
 // What from_json() takes.
 #include "../json.h"
 
+#include "../c_interface.h"
 #include "../printable.h"
 #include "text.h"
 
@@ -352,11 +353,11 @@ Record generic_of(JsonReader &fields)
 // What a payload reads as; none when its reader refuses it. `alone` is a record that is a message of its own.
 template <class T> std::optional<T> read(const Record &record, bool alone)
 {
-    const nfc_ndef::Record handle = to_handle(record);
-    if (!handle)
-        return std::nullopt;
-    handle->mb = handle->me = alone;
-    return Kind<T>::read(*handle, Nesting());
+    nfc_ndef_record_view view{};
+    view.payload = bytes_view(record.payload);
+    view.payload_length = view.payload.length;
+    view.flags = alone ? NFC_NDEF_FLAG_MB | NFC_NDEF_FLAG_ME : 0;
+    return Kind<T>::read(view, Nesting());
 }
 
 template <class T> Record typed_of(JsonReader &fields, bool alone)
@@ -425,8 +426,10 @@ Records records_of(const Json &json, const std::string &path, unsigned nesting)
     if (json.size() > max_records)
         throw JsonError(path, fmt::format("must hold at most {} records", max_records));
     Records records;
-    for (size_t i = 0; i < json.size(); ++i)
-        records.push_back(record_of(json[i], fmt::format("{}/{}", path, i), nesting, nesting > 0 || json.size() == 1));
+    for (size_t i = 0; i < json.size(); ++i) {
+        const bool alone = nesting > 0 || json.size() == 1 || is_sequence(records);
+        records.push_back(record_of(json[i], fmt::format("{}/{}", path, i), nesting, alone));
+    }
     return records;
 }
 

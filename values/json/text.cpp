@@ -7,47 +7,90 @@
 #include <glib.h>
 
 #include <iterator>
-#include <set>
+#include <optional>
 #include <vector>
 
 namespace nfc_ndef::values {
 
 namespace {
 
+using Json = nlohmann::json;
+
 // Each record takes two levels, the object and the array around it; its own members take two more.
 constexpr size_t max_depth = 2 * max_nesting + 6;
 
-// More than any array or object of a message has. The parser goes over all entries whenever one that is an object ends.
-constexpr size_t max_entries = 1000, max_members = 100;
+// "line 1, column 2: syntax error ...", without the parser's own name for it and without quoting the text.
+std::string reason_of(const nlohmann::json::exception &error)
+{
+    std::string reason = error.what();
+    reason.erase(0, reason.find("at line ") == std::string::npos ? 0 : reason.find("at line ") + 3);
+    return reason.substr(0, reason.find("; last read:"));
+}
 
-// Follows the parser through the text and knows where it is.
-class Watch {
+// Takes what the parser finds, and knows where it is. The parser's own way of being watched goes over all entries of an
+// array whenever one of them ends, and does not tell of members that are there twice.
+class Builder : public nlohmann::json_sax<Json> {
 public:
-    void see(nlohmann::json::parse_event_t event, const nlohmann::json &parsed)
+    Json take() { return std::move(root_); }
+
+    bool null() override { return add(nullptr); }
+    bool boolean(bool value) override { return add(value); }
+    bool number_integer(number_integer_t value) override { return add(value); }
+    bool number_unsigned(number_unsigned_t value) override { return add(value); }
+    bool number_float(number_float_t value, const string_t &) override { return add(value); }
+    bool string(string_t &value) override { return add(std::move(value)); }
+    bool binary(binary_t &) override { return false; } // not in JSON text
+    bool start_object(size_t) override { return open(Json::object()); }
+    bool start_array(size_t) override { return open(Json::array()); }
+    bool end_object() override { return close(); }
+    bool end_array() override { return close(); }
+    bool key(string_t &name) override
     {
-        using Event = nlohmann::json::parse_event_t;
-        switch (event) {
-        case Event::object_start:
-        case Event::array_start:
-            levels_.push_back({event == Event::array_start, 0, {}, {}});
-            if (levels_.size() > max_depth)
-                throw JsonError(path(), "is nested too deep");
-            break;
-        case Event::key:
-            levels_.back().name = parsed.get<std::string>();
-            if (!levels_.back().names.insert(levels_.back().name).second)
-                throw JsonError(path(), "is there twice");
-            if (levels_.back().names.size() > max_members)
-                throw JsonError(path(), fmt::format("is past the {} members that an object may have", max_members));
-            break;
-        case Event::object_end:
-        case Event::array_end:
-            levels_.pop_back();
-            [[fallthrough]];
-        case Event::value:
-            if (!levels_.empty() && ++levels_.back().index > max_entries && levels_.back().is_array)
-                throw JsonError(path(), fmt::format("is past the {} entries that an array may have", max_entries));
-        }
+        levels_.back().name = std::move(name);
+        if (levels_.back().value->contains(*levels_.back().name))
+            throw JsonError(path(), "is there twice");
+        return true;
+    }
+    bool parse_error(size_t, const std::string &, const nlohmann::json::exception &error) override
+    {
+        if (dynamic_cast<const Json::parse_error *>(&error))
+            throw JsonError("", reason_of(error));
+        throw JsonError(path(), "is a number out of range");
+    }
+
+private:
+    struct Level {
+        Json *value;
+        std::optional<std::string> name; // of the member that comes next, or is being read
+    };
+
+    bool add(Json value)
+    {
+        place(std::move(value));
+        return true;
+    }
+    bool open(Json value)
+    {
+        levels_.push_back({place(std::move(value)), {}});
+        if (levels_.size() > max_depth)
+            throw JsonError(path(), "is nested too deep");
+        return true;
+    }
+    bool close()
+    {
+        levels_.pop_back();
+        return true;
+    }
+
+    // Only the last entry of an array is ever open, so that what opens stays where it is.
+    Json *place(Json value)
+    {
+        if (levels_.empty())
+            return &(root_ = std::move(value));
+        Json &parent = *levels_.back().value;
+        if (parent.is_array())
+            return &parent.emplace_back(std::move(value));
+        return &(parent[*levels_.back().name] = std::move(value));
     }
 
     // Of the value that comes next, or is being read.
@@ -55,31 +98,16 @@ public:
     {
         std::string path;
         for (const Level &level : levels_)
-            if (level.is_array)
-                path += fmt::format("/{}", level.index);
-            else if (!level.names.empty())
-                path = member_path(path, level.name);
+            if (level.value->is_object())
+                path = level.name ? member_path(path, *level.name) : path;
+            else
+                path += fmt::format("/{}", level.value->size() - (&level != &levels_.back() ? 1 : 0));
         return path;
     }
 
-private:
-    struct Level {
-        bool is_array;
-        size_t index;
-        std::string name;
-        std::set<std::string> names;
-    };
-
+    Json root_;
     std::vector<Level> levels_;
 };
-
-// "line 1, column 2: syntax error ...", without the parser's own name for it and without quoting the text.
-std::string reason_of(const nlohmann::json::parse_error &error)
-{
-    std::string reason = error.what();
-    reason.erase(0, reason.find("at line ") == std::string::npos ? 0 : reason.find("at line ") + 3);
-    return reason.substr(0, reason.find("; last read:"));
-}
 
 // The library that writes JSON leaves characters as they are that a terminal obeys, all of them inside strings.
 std::string escape_controls(const std::string &json)
@@ -113,18 +141,9 @@ std::string member_path(const std::string &parent, std::string_view name)
 
 nlohmann::json parse_json(std::string_view text)
 {
-    Watch watch;
-    const auto see = [&](int, nlohmann::json::parse_event_t event, const nlohmann::json &parsed) {
-        watch.see(event, parsed);
-        return true;
-    };
-    try {
-        return nlohmann::json::parse(text, see);
-    } catch (const nlohmann::json::parse_error &error) {
-        throw JsonError("", reason_of(error));
-    } catch (const nlohmann::json::out_of_range &) {
-        throw JsonError(watch.path(), "is a number out of range");
-    }
+    Builder builder;
+    nlohmann::json::sax_parse(text, &builder);
+    return builder.take();
 }
 
 std::string written(const nlohmann::ordered_json &json) { return escape_controls(json.dump(2)) + '\n'; }

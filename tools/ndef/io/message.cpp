@@ -15,10 +15,9 @@ std::string reason_of(const nfc_ndef_msg_report &report)
 
 nfc_ndef::values::Records parse_message(nfc_ndef::values::ByteView bytes, const std::string &path)
 {
-    if (std::optional<nfc_ndef::values::Records> records = nfc_ndef::values::decode(bytes))
-        return *std::move(records);
     nfc_ndef_msg_report report{};
-    nfc_ndef_msg_check(bytes.data(), 0, static_cast<uint32_t>(bytes.size()), &report);
+    if (std::optional<nfc_ndef::values::Records> records = nfc_ndef::values::decode(bytes, {}, &report))
+        return *std::move(records);
     throw Failure(exit_refused, fmt::format("{}: not an NDEF message: {}", name_of_input(path), reason_of(report)));
 }
 
