@@ -76,16 +76,16 @@ inline uint32_t encoded_length(const nfc_ndef_record_view &view, const nfc_ndef_
     return fits ? nfc_ndef_record_get_byte_array_length(header) : 0;
 }
 
+// Writes the payload of a record in chunks.
+void write_chunks(const nfc_ndef_record_view &view, Writer &out);
+
 // Writes the payload of a record, in pieces or not.
-template <class Out> void write_payload(const nfc_ndef_record_view &view, Out &out)
+inline void write_payload(const nfc_ndef_record_view &view, Writer &out)
 {
-    if (view.chunks.length == 0) {
+    if (view.chunks.length == 0)
         out.bytes(bytes_of(view.payload));
-        return;
-    }
-    Reader in(bytes_of(view.chunks));
-    for (RecordView chunk; in.left() != 0 && find_record(in, chunk).reason == NFC_NDEF_MSG_VALID;)
-        out.bytes(chunk.payload());
+    else
+        write_chunks(view, out);
 }
 
 } // namespace ndef
