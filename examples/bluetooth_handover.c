@@ -27,7 +27,7 @@ static const struct device speaker = {"Speaker", {0x02, 0x00, 0x00, 0x5E, 0x00, 
 static int move_to(nfc_ndef_msg *message, nfc_ndef_record *record)
 {
     uint8_t end = nfc_ndef_msg_get_number_of_records(message);
-    if (nfc_ndef_msg_insert_record(message, end, record) == 1)
+    if (nfc_ndef_msg_insert_record(message, end, record) == NFC_NDEF_OK)
         return 1;
     nfc_ndef_record_delete(&record);
     return 0;
@@ -87,7 +87,7 @@ static int32_t write_handover(nfc_ndef_record *handover, const struct device *de
 static int print_pairing_data(const nfc_ndef_record *record)
 {
     nfc_ndef_bt_rtd_2_1_str *fields = NULL;
-    int ok = rtdlib_bt_2_1_configuration_data_record_extract(record, &fields) == 1;
+    int ok = rtdlib_bt_2_1_configuration_data_record_extract(record, &fields) == NFC_NDEF_OK;
     if (ok) {
         const uint8_t *a = fields->device_address;
         printf("  Bluetooth %02X:%02X:%02X:%02X:%02X:%02X, name of %u bytes: ", a[5], a[4], a[3], a[2], a[1], a[0],
@@ -121,7 +121,7 @@ static int print_carrier(const nfc_ndef_msg *message, const nfc_ndef_record *car
     uint8_t *aux_lengths = NULL;
     uint8_t **aux_ids = NULL;
     int ok = rtdlib_alternative_carrier_record_extract(carrier, &power_state, &id_length, &id, &aux_count, &aux_lengths,
-                                                       &aux_ids) == 1;
+                                                       &aux_ids) == NFC_NDEF_OK;
     if (ok) {
         const nfc_ndef_record *record = nfc_ndef_msg_get_record_by_id(message, id, id_length);
         printf("  carrier: power state %lu, %s\n", (unsigned long)power_state, record ? "configured" : "no record");
@@ -155,10 +155,10 @@ static int print_request(const nfc_ndef_msg *message, const nfc_ndef_record *req
     nfc_ndef_record **carriers = NULL;
     uint8_t version = 0;
     uint16_t random_number = 0;
-    int ok = rtdlib_handover_request_record_extract(request, &random, &count, &carriers, &version) == 1;
+    int ok = rtdlib_handover_request_record_extract(request, &random, &count, &carriers, &version) == NFC_NDEF_OK;
     if (ok)
         printf("handover request %u.%u\n", version >> 4, version & 0x0F);
-    if (rtdlib_collision_resolution_record_extract(random, &random_number) == 1)
+    if (rtdlib_collision_resolution_record_extract(random, &random_number) == NFC_NDEF_OK)
         printf("  random number: 0x%04X\n", random_number);
     nfc_ndef_record_delete(&random);
     return print_carriers(message, carriers, count) && ok;
@@ -172,10 +172,10 @@ static int print_select(const nfc_ndef_msg *message, const nfc_ndef_record *sele
     uint8_t version = 0;
     uint8_t reason = 0;
     uint8_t data = 0;
-    int ok = rtdlib_handover_select_record_extract(select, &count, &carriers, &error, &version) == 1;
+    int ok = rtdlib_handover_select_record_extract(select, &count, &carriers, &error, &version) == NFC_NDEF_OK;
     if (ok)
         printf("handover select %u.%u\n", version >> 4, version & 0x0F);
-    if (rtdlib_handover_select_error_record_extract(error, &reason, &data) == 1)
+    if (rtdlib_handover_select_error_record_extract(error, &reason, &data) == NFC_NDEF_OK)
         printf("  refused: reason %u, data %u\n", reason, data);
     nfc_ndef_record_delete(&error);
     return print_carriers(message, carriers, count) && ok;

@@ -27,7 +27,7 @@ bool put_uri(nfc_ndef_msg *message, nfc_ndef::Record uri)
     const uint32_t result =
         found >= 0 ? nfc_ndef_msg_set_record(message, static_cast<uint8_t>(found), uri.get())
                    : nfc_ndef_msg_insert_record(message, nfc_ndef_msg_get_number_of_records(message), uri.get());
-    if (result != 1)
+    if (result != NFC_NDEF_OK)
         return false;
     (void)uri.release(); // the message owns it now
     return true;

@@ -38,7 +38,7 @@ static int print_text(const nfc_ndef_record *record)
     uint32_t text_length = 0;
     uint8_t *text = NULL;
     int8_t result = rtdlib_text_record_extract(record, &utf16, &language_length, &language, &text_length, &text);
-    int ok = result == 1 && text != NULL;
+    int ok = result == NFC_NDEF_OK && text != NULL;
     if (ok) {
         print_bytes("  language: ", language, language ? language_length : 0);
         print_bytes(utf16 ? "  text (UTF-16): " : "  text: ", text, text_length);
@@ -53,7 +53,7 @@ static int print_uri(const nfc_ndef_record *record)
     uint8_t code = 0;
     uint8_t *field = NULL;
     uint32_t length = 0;
-    int ok = rtdlib_uri_record_extract(record, &code, &field, &length) == 1;
+    int ok = rtdlib_uri_record_extract(record, &code, &field, &length) == NFC_NDEF_OK;
     if (ok) {
         printf("  prefix code: %u\n", code);
         print_bytes("  rest of the URI: ", field, length);

@@ -31,7 +31,7 @@ static nfc_ndef_record *make_poster(const char *title_text)
 static int move_to(nfc_ndef_msg *message, nfc_ndef_record *record)
 {
     uint8_t end = nfc_ndef_msg_get_number_of_records(message);
-    if (nfc_ndef_msg_insert_record(message, end, record) == 1)
+    if (nfc_ndef_msg_insert_record(message, end, record) == NFC_NDEF_OK)
         return 1;
     nfc_ndef_record_delete(&record);
     return 0;

@@ -1,13 +1,15 @@
 // The ways in which the command takes bytes, and how it shows those it cannot trust: the input's first byte says which.
-#include "text/encoded_text.h"
-#include "io/failure.h"
 #include "fuzz.h"
-#include "printable.h"
+#include "io/failure.h"
 #include "io/tag_memory.h"
+#include "text/encoded_text.h"
+
+#include <nfc_ndef/printable.h>
 
 #include <glib.h>
 
 using namespace fuzz;
+namespace values = nfc_ndef::values;
 
 namespace {
 
@@ -27,7 +29,7 @@ void hex(ByteView input)
     if (const auto bytes = tool::decode_hex(text_of(input))) {
         must(bytes->size() <= input.size() / 2, "two digits make a byte");
         for (const char *separator : {"", " ", ":", ", 0x"})
-            must(tool::decode_hex(tool::hex_of(*bytes, separator)) == *bytes, "hex text means what it was made of");
+            must(tool::decode_hex(values::hex_of(*bytes, separator)) == *bytes, "hex text means what it was made of");
     }
 }
 
@@ -56,7 +58,7 @@ void message(ByteView input)
         return;
     message[0] |= 0x80;
     must(tool::decode_any(message) == message, "a message is not taken for text");
-    must(tool::decode_any(bytes_of(tool::hex_of(message))) == message, "hex text is told from base64");
+    must(tool::decode_any(bytes_of(values::hex_of(message))) == message, "hex text is told from base64");
     const std::string base64 = base64_of(message);
     if (!tool::decode_hex(base64))
         must(tool::decode_any(bytes_of(base64)) == message, "base64 text is told from hex");
@@ -74,11 +76,10 @@ void message(ByteView input)
 
 void printable(ByteView input)
 {
-    for (const std::string &shown : {tool::printable_utf8(input), tool::printable_utf16(input)}) {
+    for (const std::string &shown : {values::quoted_utf8(input), values::quoted_utf16(input)}) {
         must(g_utf8_validate(shown.data(), static_cast<gssize>(shown.size()), nullptr) != 0, "what is shown is UTF-8");
         for (const char *at = shown.data(); at != shown.data() + shown.size(); at = g_utf8_next_char(at)) {
-            const GUnicodeType type = g_unichar_type(g_utf8_get_char(at));
-            must(type != G_UNICODE_CONTROL && type != G_UNICODE_FORMAT, "what is shown is harmless");
+            must(!values::acts_on_a_terminal(g_utf8_get_char(at)), "what is shown is harmless");
         }
     }
 }

@@ -1,12 +1,15 @@
 // The command's JSON, both ways: the input is a JSON text, or a message, which never begins like one.
-#include "json.h"
 #include "fuzz.h"
-#include "record_view.h"
+#include "view/record_view.h"
+
+#include <nfc_ndef/json.h>
+#include <nfc_ndef/printable.h>
 
 #include <glib.h>
 
 using namespace fuzz;
 using nfc_ndef::Message;
+namespace values = nfc_ndef::values;
 
 namespace {
 
@@ -17,16 +20,15 @@ void must_be_printable(const std::string &text)
 {
     must(g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr) != 0, "what is shown is UTF-8");
     for (const char *at = text.data(); at != text.data() + text.size(); at = g_utf8_next_char(at)) {
-        const GUnicodeType type = g_unichar_type(g_utf8_get_char(at));
-        must(*at == '\n' || (type != G_UNICODE_CONTROL && type != G_UNICODE_FORMAT), "what is shown is harmless");
+        must(*at == '\n' || !values::acts_on_a_terminal(g_utf8_get_char(at)), "what is shown is harmless");
     }
 }
 
-void show(const model::Records &records)
+void show(const values::Records &records)
 {
     for (const bool everything : {false, true}) {
         tool::Tree tree(false, everything);
-        for (const model::Record &record : records)
+        for (const values::Record &record : records)
             tool::view_content(tree, record, records, {});
         must_be_printable(tree.take());
     }
@@ -34,27 +36,27 @@ void show(const model::Records &records)
 
 void from_message(const Message &message)
 {
-    const model::Records records = model::decode(*message);
+    const values::Records records = values::decode(*message);
     show(records);
-    const std::string json = tool::to_json(records);
+    const std::string json = values::to_json(records);
     must_be_printable(json);
-    const std::optional<model::Bytes> bytes = model::encode(records);
+    const std::optional<values::Bytes> bytes = values::encode(records);
     try {
-        must(bytes && tool::from_json(json) == *bytes, "the JSON of a message makes its bytes");
-    } catch (const tool::JsonError &) {
+        must(bytes && values::encode(values::from_json(json)) == bytes, "the JSON of a message makes its bytes");
+    } catch (const values::JsonError &) {
         must(!bytes, "the JSON of a message is accepted");
         return;
     }
     const Message again = parse(*bytes);
-    must(again && tool::to_json(model::decode(*again)) == json, "and these read as the same JSON");
+    must(again && values::to_json(values::decode(*again)) == json, "and these read as the same JSON");
 }
 
 void from_text(std::string_view text)
 {
-    model::Bytes made;
+    values::Bytes made;
     try {
-        made = tool::from_json(text);
-    } catch (const tool::JsonError &error) {
+        made = *values::encode(values::from_json(text));
+    } catch (const values::JsonError &error) {
         must(*error.what() != '\0', "a refusal says why");
         return;
     }

@@ -22,8 +22,9 @@
  *    Records are freed with nfc_ndef_record_delete(), messages with nfc_ndef_msg_delete(), record types with
  *    nfc_ndef_record_type_delete(), the Bluetooth structures with their own delete functions, and every other block or
  *    array with os_block_dealloc().
- * 3. **Results.** Constructors, builders and copies: a new object, or null. Editing a message: 1 or 255. Encoders: a
- *    number of bytes, 0 on failure. Extractors: 1 on success, otherwise one of the codes that each of them names.
+ * 3. **Results.** Constructors, builders and copies: a new object, or null. Editing: #NFC_NDEF_OK, which is 1, or
+ *    #NFC_NDEF_REFUSED, which is 255. Encoders: a number of bytes, 0 on failure. Extractors: #NFC_NDEF_OK, otherwise
+ *    #NFC_NDEF_FAILURE, #NFC_NDEF_BAD_PAYLOAD or #NFC_NDEF_DECODING_FAILED, as each of them says by the number.
  * 4. **Outputs** of extractors are written step by step. An output that is not mentioned as written keeps the value the
  *    caller gave it, so set every pointer output to null and every count to 0 before the call, and free whatever is
  *    non-null after it, whatever the result. When memory runs out, the outputs of the steps before are written, and an
@@ -34,6 +35,7 @@
  */
 
 /** @defgroup version Version */
+/** @defgroup results Results */
 /** @defgroup memory Memory */
 /** @defgroup records Records and record types */
 /** @defgroup messages Messages */
@@ -53,6 +55,18 @@
 #define NFC_NDEF_VERSION_PATCH 0 /**< Raised by any other release. */
 /** @} */
 
+/**
+ * @addtogroup results
+ * @{
+ * What the functions that return a code return. Compare with #NFC_NDEF_OK: anything else is a failure.
+ */
+#define NFC_NDEF_OK 1              /**< Done, by editing calls; read, by extractors. */
+#define NFC_NDEF_REFUSED 255       /**< Editing calls: nothing was changed. */
+#define NFC_NDEF_FAILURE (-1)      /**< Extractors: bad arguments, a payload that is not of the type, or no memory. */
+#define NFC_NDEF_BAD_PAYLOAD 2     /**< Extractors: the payload breaks a rule of its format. Of some types only. */
+#define NFC_NDEF_DECODING_FAILED 0 /**< Bluetooth extractors: cut short, a field too many, or no memory. */
+/** @} */
+
 #if defined(__GNUC__)
 #define NFC_NDEF_API __attribute__((visibility("default"))) /**< Marks an exported function. */
 #else
@@ -66,9 +80,12 @@ extern "C" {
 /**
  * @addtogroup memory
  * @{
- * The block allocator of the host. The library brings defaults over the C library's heap; a program, or a preloaded
- * library, that defines these three functions itself gets every call. Its blocks must then be releasable by GLib's
- * g_free(), because the Bluetooth structures are released with it.
+ * The block allocator of the host. The library brings defaults over the C library's heap. Whoever defines these three
+ * functions and comes before this library in the order in which the dynamic linker looks for symbols gets every call:
+ * the program itself, a preloaded library, or a library that is linked before this one; one that comes after it does
+ * not. A program that loads this library with dlopen() must export its own three (`-rdynamic`). Their blocks must be
+ * releasable by GLib's g_free(), because the Bluetooth structures are released with it; in a library that was built
+ * without GLib (`-DNFC_NDEF_GLIB=OFF`) they are released by os_block_dealloc() like everything else.
  */
 
 /**
@@ -240,7 +257,8 @@ NFC_NDEF_API const nfc_ndef_record_type *nfc_ndef_record_get_record_type(const n
 /**
  * Replaces or removes the id. This is the one call that takes a buffer over instead of copying it.
  * @param record     the record to change
- * @param id         the new id, a block from os_block_alloc() that the record owns from now on; null removes the id
+ * @param id         the new id, a block from os_block_alloc() that the record owns from now on; the record's own id
+ * stays where it is, with the new length; null removes the id
  * @param id_length  bytes in `id`, 0 to 255
  * @return the new length; 0 when the id was removed, for a null record, and when a pointer and its length disagree (the
  *         buffer is then still the caller's)
@@ -282,10 +300,12 @@ NFC_NDEF_API nfc_ndef_record *nfc_ndef_record_create_from_byte_array(const uint8
  * @{
  */
 
+#define NFC_NDEF_MSG_MOST_RECORDS 254 /**< Records, chunks counted singly, in a message that is read. */
+
 /** The list of records inside a message. */
 struct ctlDList;
 
-/** An NDEF message: records in order, at most 255, all owned by the message. */
+/** An NDEF message: records in order, at most 255, all owned by the message. One more than is read. */
 typedef struct nfc_ndef_msg {
     struct ctlDList *records; /**< Never null in a message that the library made; checked, and fatal if it is. */
 } nfc_ndef_msg;
@@ -446,11 +466,11 @@ NFC_NDEF_API int32_t nfc_ndef_record_index_by_type_from_msg(const nfc_ndef_msg *
 NFC_NDEF_API int32_t nfc_ndef_msg_to_byte_array(const nfc_ndef_msg *ndef_msg, uint8_t **byte_array);
 
 /**
- * Decodes a message (NFC Forum NDEF 1.0), joining chunks. The bytes must be whole records, at most 254, that fill
- * `length` exactly, with MB and ME where they belong; when the first record's type is "Gc", each record must carry
- * both. In a message without chunks the format "unchanged" breaks no rule. nfc_ndef_msg_check() tells why bytes were
- * refused. What parses can be encoded again, but for two things: an initial chunk of the format "empty" whose later
- * chunks have a payload, and more than 2^31 - 1 bytes.
+ * Decodes a message (NFC Forum NDEF 1.0), joining chunks. The bytes must be whole records, at most
+ * #NFC_NDEF_MSG_MOST_RECORDS, that fill `length` exactly, with MB and ME where they belong; when the first record's
+ * type is "Gc", each record must carry both. In a message without chunks the format "unchanged" breaks no rule.
+ * nfc_ndef_msg_check() tells why bytes were refused. What parses can be encoded again, but for two things: an initial
+ * chunk of the format "empty" whose later chunks have a payload, and more than 2^31 - 1 bytes.
  * @param data    the bytes; null is refused
  * @param offset  where the message starts, counted from `data`; must be below `length`
  * @param length  bytes of the message, counted from `data` + `offset`; not 0
@@ -470,7 +490,7 @@ typedef enum nfc_ndef_msg_reason {
     NFC_NDEF_MSG_TYPE_NOT_ALLOWED = 7,          /**< An unknown or reserved record has a type. */
     NFC_NDEF_MSG_BYTES_LEFT_OVER = 8,           /**< What follows the last record is not a record. Behind a leading "Gc"
                                                      record none is the last, and the reason is what is wrong there. */
-    NFC_NDEF_MSG_TOO_MANY_RECORDS = 9,          /**< More than 254 records. */
+    NFC_NDEF_MSG_TOO_MANY_RECORDS = 9,          /**< More than #NFC_NDEF_MSG_MOST_RECORDS records. */
     NFC_NDEF_MSG_MB_MISSING = 10,               /**< A record that must carry MB does not. */
     NFC_NDEF_MSG_MB_REPEATED = 11,              /**< A record after the first carries MB. */
     NFC_NDEF_MSG_ME_MISSING = 12,               /**< A record that must carry ME does not. */
@@ -638,12 +658,12 @@ NFC_NDEF_API int8_t rtdlib_smart_poster_record_extract(const nfc_ndef_record *re
  * @param target_record  target record, "t"; required
  * @param action_flag    not 0: the action is `action_code`; 0: it is `action_record`
  * @param action_code    action code
- * @param action_record  record that describes the action, or null
+ * @param action_record  record that describes the action, or null; one that cannot be encoded is left out like null
  * @param data_record    data record, "d", or null
  * @param gc_count       number of nested records
  * @param gc_records     nested Generic Control records, written from the last to the first; no null entry
- * @return a new record with `mb`, `me` and `sr` 1; null for a null target or entry, a count with a null array, a record
- *         that cannot be encoded, or when memory runs out
+ * @return a new record with `mb`, `me` and `sr` 1; null for a null target or entry, a count with a null array, a
+ * target, data or nested record that cannot be encoded, more than 255 records in all, or when memory runs out
  */
 NFC_NDEF_API nfc_ndef_record *rtdlib_generic_control_record_create(uint8_t config, const nfc_ndef_record *target_record,
                                                                    uint8_t action_flag, uint8_t action_code,
@@ -902,7 +922,7 @@ NFC_NDEF_API int8_t rtdlib_bt_2_1_configuration_data_record_extract(const nfc_nd
                                                                     nfc_ndef_bt_rtd_2_1_str **fields);
 
 /**
- * Frees a structure with all that it owns, with g_free(), and sets the caller's pointer to null.
+ * Frees a structure with all that it owns, with g_free() (see @ref memory), and sets the caller's pointer to null.
  * @param fields  address of the pointer; a null address or pointer is ignored
  */
 NFC_NDEF_API void nfc_ndef_bt_rtd_2_1_str_delete(nfc_ndef_bt_rtd_2_1_str **fields);
@@ -950,7 +970,7 @@ NFC_NDEF_API int8_t rtdlib_bt_configuration_data_record_extract(const nfc_ndef_r
                                                                 nfc_ndef_bt_rtd_2_0_str **fields);
 
 /**
- * Frees a structure with all that it owns, with g_free(), and sets the caller's pointer to null.
+ * Frees a structure with all that it owns, with g_free() (see @ref memory), and sets the caller's pointer to null.
  * @param fields  address of the pointer; a null address or pointer is ignored
  */
 NFC_NDEF_API void nfc_ndef_bt_rtd_2_0_str_delete(nfc_ndef_bt_rtd_2_0_str **fields);

@@ -8,8 +8,10 @@
 
 #include "nfc_ndef.h"
 
+#include <cstddef>
 #include <memory>
 #include <type_traits>
+#include <utility>
 
 namespace nfc_ndef {
 
@@ -50,6 +52,46 @@ private:
 };
 
 template <class Handle> Out<Handle> out(Handle &handle) { return Out<Handle>(handle); }
+
+/**
+ * Receives an array that an extractor hands back with its count, and frees the array with all that is in it:
+ * `Array<Record> titles; extract(record, titles.out_count(), titles.out());`
+ */
+template <class Handle> class Array {
+public:
+    using Element = typename Handle::pointer;
+
+    Array() = default;
+    Array(Array &&other) noexcept
+        : count_(std::exchange(other.count_, uint8_t{0})), elements_(std::exchange(other.elements_, nullptr))
+    {
+    }
+    Array &operator=(Array other) noexcept
+    {
+        std::swap(count_, other.count_);
+        std::swap(elements_, other.elements_);
+        return *this;
+    }
+    ~Array()
+    {
+        for (const Element element : *this)
+            Handle{element}.reset();
+        os_block_dealloc(elements_);
+    }
+
+    uint8_t *out_count() { return &count_; }
+    Element **out() { return &elements_; }
+
+    std::size_t size() const { return elements_ ? count_ : 0; }
+    bool empty() const { return size() == 0; }
+    const Element *begin() const { return elements_; }
+    const Element *end() const { return elements_ + size(); }
+    Element operator[](std::size_t index) const { return elements_[index]; }
+
+private:
+    uint8_t count_ = 0;
+    Element *elements_ = nullptr;
+};
 
 } // namespace nfc_ndef
 

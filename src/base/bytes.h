@@ -1,4 +1,4 @@
-// The bytes that all stand on: a view, the one reader and the one writer.
+// The bytes that all stand on: a view, the one reader, the one writer, and what counts before it writes.
 #pragma once
 
 #include <concepts>
@@ -59,9 +59,32 @@ private:
     bool ok_ = true;
 };
 
+// The fields that a layout is said in, for an `Out` that takes bytes.
+template <class Out> class Fields {
+public:
+    Out &u8(uint8_t value) { return out().bytes({&value, 1}); }
+    template <std::unsigned_integral Field> Out &be(Field value)
+    {
+        uint8_t field[sizeof value];
+        for (size_t i = sizeof value; i-- > 0; value = static_cast<Field>(uint64_t{value} >> 8))
+            field[i] = static_cast<uint8_t>(value);
+        return out().bytes(field);
+    }
+    Out &le16(uint16_t value) { return u8(static_cast<uint8_t>(value)).u8(static_cast<uint8_t>(value >> 8)); }
+    Out &reversed(ByteView source)
+    {
+        for (size_t i = source.size(); i-- > 0;)
+            u8(source[i]);
+        return out();
+    }
+
+private:
+    Out &out() { return static_cast<Out &>(*this); }
+};
+
 // Fills a region from the front. What does not fit is dropped and remembered: filled() tells whether the region was
 // written to its last byte and no further. Two pointers, so that it travels in registers.
-class Writer {
+class Writer : public Fields<Writer> {
 public:
     explicit Writer(std::span<uint8_t> out) : at_(out.data()), end_(out.data() + out.size()) {}
 
@@ -75,20 +98,25 @@ public:
         }
         return *this;
     }
-    template <std::unsigned_integral Field> Writer &be(Field value)
-    {
-        uint8_t field[sizeof value];
-        for (size_t i = sizeof value; i-- > 0; value = static_cast<Field>(uint64_t{value} >> 8))
-            field[i] = static_cast<uint8_t>(value);
-        return bytes(field);
-    }
-    Writer &u8(uint8_t value) { return bytes({&value, 1}); }
-
     bool filled() const { return at_ && at_ == end_; }
 
 private:
     uint8_t *at_; // null after a failure, and then nothing fits
     uint8_t *end_;
+};
+
+// Takes the same fields and only adds up their lengths; no byte is looked at.
+class Counter : public Fields<Counter> {
+public:
+    Counter &bytes(ByteView source)
+    {
+        length_ += source.size();
+        return *this;
+    }
+    uint64_t length() const { return length_; }
+
+private:
+    uint64_t length_ = 0;
 };
 
 } // namespace ndef

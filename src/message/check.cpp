@@ -1,13 +1,16 @@
 #include "message/scan.h"
 
+#define SPELLED(number) #number
+#define IN_DIGITS(name) SPELLED(name)
+
 using namespace ndef;
 
 uint8_t nfc_ndef_msg_check(const uint8_t *data, uint32_t offset, uint32_t length, nfc_ndef_msg_report *report)
 {
-    const Scan scan(message_bytes(data, offset, length));
+    const nfc_ndef_msg_report found = check(message_bytes(data, offset, length), [](const RecordView &, bool) {});
     if (report)
-        *report = scan.report();
-    return scan.valid();
+        *report = found;
+    return found.reason == NFC_NDEF_MSG_VALID;
 }
 
 const char *nfc_ndef_msg_check_text(uint32_t reason)
@@ -32,7 +35,7 @@ const char *nfc_ndef_msg_check_text(uint32_t reason)
     case NFC_NDEF_MSG_BYTES_LEFT_OVER:
         return "bytes are left over after the last record";
     case NFC_NDEF_MSG_TOO_MANY_RECORDS:
-        return "more than 254 records";
+        return "more than " IN_DIGITS(NFC_NDEF_MSG_MOST_RECORDS) " records";
     case NFC_NDEF_MSG_MB_MISSING:
         return "the Message Begin flag is missing";
     case NFC_NDEF_MSG_MB_REPEATED:

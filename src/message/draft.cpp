@@ -37,11 +37,8 @@ Payload Draft::pack(ByteView leading) const
 {
     const EncodedSize size = encoded_size(*this);
     if (!ok_ || !size.every_record || size.total == 0 || size.total > longest_message)
-        return Payload::failed();
-    Payload payload(leading.size() + size.total);
-    payload.bytes(leading);
-    payload.writer() = write_message(*this, payload.writer());
-    return payload;
+        return {};
+    return laid_out([&](Writer &out) { out = write_message(*this, out.bytes(leading)); }, leading.size() + size.total);
 }
 
 } // namespace ndef

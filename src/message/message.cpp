@@ -6,9 +6,6 @@ namespace ndef {
 
 namespace {
 
-constexpr uint32_t done = 1;
-constexpr uint32_t refused = 255;
-
 ctlDListNode *node_at(const ctlDList &list, uint32_t position)
 {
     ctlDListNode *node = list.first;
@@ -84,7 +81,7 @@ nfc_ndef_msg *nfc_ndef_msg_create_by_records(nfc_ndef_record **records, uint8_t 
     if (!message)
         return nullptr;
     for (uint8_t i = 0; i < count; ++i)
-        if (nfc_ndef_msg_append_record(message.get(), records[i]) != done)
+        if (nfc_ndef_msg_append_record(message.get(), records[i]) != NFC_NDEF_OK)
             return nullptr;
     for (uint8_t i = 0; i < count; ++i)
         nfc_ndef_record_delete(&records[i]);
@@ -95,57 +92,57 @@ nfc_ndef_msg *nfc_ndef_msg_create_by_records(nfc_ndef_record **records, uint8_t 
 uint32_t nfc_ndef_msg_append_record(nfc_ndef_msg *ndef_msg, const nfc_ndef_record *record)
 {
     if (!ndef_msg || !record)
-        return refused;
+        return NFC_NDEF_REFUSED;
     require_records(ndef_msg);
     if (ndef_msg->records->count >= most_records || !push_record(*ndef_msg, copy_record(*record)))
-        return refused;
-    return done;
+        return NFC_NDEF_REFUSED;
+    return NFC_NDEF_OK;
 }
 
 uint32_t nfc_ndef_msg_insert_record(nfc_ndef_msg *ndef_msg, uint8_t position, nfc_ndef_record *record)
 {
     if (!ndef_msg)
-        return refused;
+        return NFC_NDEF_REFUSED;
     require_records(ndef_msg);
     ctlDList &list = *ndef_msg->records;
     if (position > list.count || !record || list.count >= most_records)
-        return refused;
+        return NFC_NDEF_REFUSED;
     if (list.count == 0) {
-        if (nfc_ndef_msg_append_record(ndef_msg, record) != done)
-            return refused;
+        if (nfc_ndef_msg_append_record(ndef_msg, record) != NFC_NDEF_OK)
+            return NFC_NDEF_REFUSED;
         nfc_ndef_record_delete(&record);
-        return done;
+        return NFC_NDEF_OK;
     }
-    return ctlDListInsertBefore(&list, node_at(list, position), record) ? done : refused;
+    return ctlDListInsertBefore(&list, node_at(list, position), record) ? NFC_NDEF_OK : NFC_NDEF_REFUSED;
 }
 
 uint32_t nfc_ndef_msg_set_record(nfc_ndef_msg *ndef_msg, uint8_t position, nfc_ndef_record *record)
 {
     if (!ndef_msg)
-        return refused;
+        return NFC_NDEF_REFUSED;
     require_records(ndef_msg);
     ctlDListNode *const node = node_at(*ndef_msg->records, position);
     if (!node || !record)
-        return refused;
+        return NFC_NDEF_REFUSED;
     nfc_ndef_record *replaced = record_at(node);
     node->member = record;
     nfc_ndef_record_delete(&replaced);
-    return done;
+    return NFC_NDEF_OK;
 }
 
 uint32_t nfc_ndef_msg_remove_record(nfc_ndef_msg *ndef_msg, uint8_t position)
 {
     if (!ndef_msg)
-        return refused;
+        return NFC_NDEF_REFUSED;
     require_records(ndef_msg);
     if (position >= ndef_msg->records->count)
-        return refused;
+        return NFC_NDEF_REFUSED;
     ctlDListNode *iterator = node_at(*ndef_msg->records, position);
     require(iterator != nullptr, "((void *)0) != (iterator)");
     nfc_ndef_record *removed = record_at(iterator);
     ctlDListRemoveAt(ndef_msg->records, &iterator);
     nfc_ndef_record_delete(&removed);
-    return done;
+    return NFC_NDEF_OK;
 }
 
 const nfc_ndef_record *nfc_ndef_msg_get_record_by_index(const nfc_ndef_msg *ndef_msg, uint8_t position)

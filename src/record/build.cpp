@@ -2,9 +2,9 @@
 
 namespace ndef {
 
-RecordPtr record_of(const KnownType &type, Payload &payload, ByteView id)
+RecordPtr record_of(const KnownType &type, Payload payload, ByteView id)
 {
-    if (!payload.ready())
+    if (payload.length() == 0)
         return nullptr;
     RecordPtr record = nfc_ndef_record_create_empty();
     if (!record)
@@ -15,15 +15,15 @@ RecordPtr record_of(const KnownType &type, Payload &payload, ByteView id)
     record->id_length = static_cast<uint8_t>(id.size());
     if (!copy_bytes(*record, type.bytes(), id, {}))
         return nullptr;
-    record->sr = payload.size() < flagged_short_below;
-    record->payload_length = payload.size();
+    record->sr = payload.length() < flagged_short_below;
+    record->payload_length = payload.length();
     record->payload = payload.release();
     return record;
 }
 
-RecordPtr lone_record_of(const KnownType &type, Payload &payload)
+RecordPtr lone_record_of(const KnownType &type, Payload payload)
 {
-    RecordPtr record = record_of(type, payload);
+    RecordPtr record = record_of(type, std::move(payload));
     if (record)
         record->mb = record->me = record->sr = 1;
     return record;

@@ -13,56 +13,47 @@ inline bool is_optional_id(const uint8_t *id, uint8_t id_length, uint8_t id_pres
     return present == (id_length != 0) && (id_present > 1 || present == (id_present == 1));
 }
 
-// A payload under construction: one block of its final size, which the record takes over once it is filled to the last
-// byte. A size beyond 32 bits, and a lack of memory, show when the record is made.
+// A payload in a block of its own, which the record takes over. A length beyond 32 bits, and a lack of memory, show
+// when the record is made.
 class Payload {
 public:
-    explicit Payload(uint64_t size)
-        : block_(size <= UINT32_MAX ? new_block<uint8_t>(static_cast<size_t>(size)) : nullptr),
-          size_(block_ ? static_cast<uint32_t>(size) : 0), out_({block_.get(), size_})
+    Payload() = default; // one that no record is made of
+    explicit Payload(uint64_t length)
+        : block_(length <= UINT32_MAX ? new_block<uint8_t>(static_cast<size_t>(length)) : nullptr),
+          length_(block_ ? static_cast<uint32_t>(length) : 0)
     {
     }
-    Payload &u8(uint8_t value)
-    {
-        out_.u8(value);
-        return *this;
-    }
-    Payload &be16(uint16_t value)
-    {
-        out_.be(value);
-        return *this;
-    }
-    Payload &bytes(ByteView source)
-    {
-        out_.bytes(source);
-        return *this;
-    }
-    Payload &reversed(ByteView source)
-    {
-        for (size_t i = source.size(); i-- > 0;)
-            out_.u8(source[i]);
-        return *this;
-    }
-    Writer &writer() { return out_; }
-
-    // One that never becomes ready.
-    static Payload failed() { return Payload(UINT64_MAX); }
-    bool ready() const { return block_ && size_ != 0 && out_.filled(); }
-
-    uint32_t size() const { return size_; }
+    std::span<uint8_t> region() { return {block_.get(), length_}; }
+    uint32_t length() const { return length_; }
     uint8_t *release() { return block_.release(); }
 
 private:
     Block<uint8_t> block_;
-    uint32_t size_;
-    Writer out_;
+    uint32_t length_ = 0; // 0 without a block
 };
 
-// A record of a type, an id and a finished payload, with the flags that nfc_ndef_record_create_from_param() gives; or
-// null.
-[[nodiscard]] RecordPtr record_of(const KnownType &type, Payload &payload, ByteView id = {});
+// A layout is a function that says its fields to whatever takes them: first they are counted, then written.
+template <class Layout> uint64_t length_of(const Layout &layout)
+{
+    Counter counter;
+    layout(counter);
+    return counter.length();
+}
+
+// The payload that a layout describes, filled to its last byte and no further, or none.
+template <class Layout> Payload laid_out(const Layout &layout, uint64_t length)
+{
+    Payload payload(length);
+    Writer out(payload.region());
+    layout(out);
+    return out.filled() ? std::move(payload) : Payload();
+}
+template <class Layout> Payload laid_out(const Layout &layout) { return laid_out(layout, length_of(layout)); }
+
+// A record of a type, an id and a payload, with the flags that nfc_ndef_record_create_from_param() gives; or null.
+[[nodiscard]] RecordPtr record_of(const KnownType &type, Payload payload, ByteView id = {});
 
 // As above, for the types that are made as the only record of a message: with MB, ME and SR set.
-[[nodiscard]] RecordPtr lone_record_of(const KnownType &type, Payload &payload);
+[[nodiscard]] RecordPtr lone_record_of(const KnownType &type, Payload payload);
 
 } // namespace ndef

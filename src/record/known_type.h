@@ -31,4 +31,27 @@ constexpr KnownType well_known(std::string_view name) { return {NFC_NDEF_TNF_WEL
 constexpr KnownType media(std::string_view name) { return {NFC_NDEF_TNF_MIME, 0, name}; }
 constexpr KnownType external(std::string_view name) { return {NFC_NDEF_TNF_EXTERNAL, 0, name}; }
 
+namespace known {
+
+inline constexpr KnownType text = well_known("T"), uri = well_known("U");
+
+inline constexpr KnownType smart_poster = well_known("Sp"), poster_action = well_known("act"),
+                           poster_size = well_known("s"), poster_type = well_known("t"), images = media("image*"),
+                           videos = media("video*");
+
+inline constexpr KnownType generic_control = well_known("Gc"), control_target = well_known("t"),
+                           control_action = well_known("a"), control_data = well_known("d");
+
+inline constexpr KnownType handover_request = well_known("Hr"), handover_select = well_known("Hs"),
+                           handover_carrier = well_known("Hc"), alternative_carrier = well_known("ac"),
+                           collision_resolution = well_known("cr"), handover_select_error = well_known("err");
+
+inline constexpr KnownType bluetooth_oob = media("application/vnd.bluetooth.ep.oob");
+
+inline constexpr KnownType bluetooth_legacy = external(VENDOR_DOMAIN ":bt"),
+                           sharing_enquiry = external(VENDOR_DOMAIN ":she");
+static_assert(sharing_enquiry.name.size() <= UINT8_MAX, "a type name holds at most 255 bytes");
+
+} // namespace known
+
 } // namespace ndef

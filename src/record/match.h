@@ -28,4 +28,13 @@ private:
     ByteView name_;
 };
 
+// The position of the first of several keys that a type matches; their number when it matches none.
+template <size_t n> size_t position_of(const CandidateType &candidate, const KnownType (&keys)[n])
+{
+    size_t position = 0;
+    while (position < n && !candidate.matches(keys[position]))
+        ++position;
+    return position;
+}
+
 } // namespace ndef

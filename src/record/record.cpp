@@ -99,7 +99,7 @@ uint8_t nfc_ndef_record_set_id(nfc_ndef_record *record, uint8_t *id, uint8_t id_
 {
     if (!record || !paired(id, id_length) || !paired(record->id, record->id_length))
         return 0;
-    if (record->id)
+    if (record->id && record->id != id)
         os_block_dealloc(record->id);
     record->id = id;
     record->id_length = id_length;
@@ -108,18 +108,17 @@ uint8_t nfc_ndef_record_set_id(nfc_ndef_record *record, uint8_t *id, uint8_t id_
 
 uint8_t nfc_ndef_record_append_payload(nfc_ndef_record *record, const uint8_t *data, uint32_t data_length)
 {
-    constexpr uint8_t refused = 0xFF;
     const ByteView old = payload_of(record);
     if (old.empty() || !data || data_length == 0 || data_length > UINT32_MAX - old.size())
-        return refused;
+        return NFC_NDEF_REFUSED;
     // On a 32-bit host a size_t holds just what the check above let through.
     const size_t length = old.size() + data_length;
     Block<uint8_t> joined = new_block<uint8_t>(length);
     if (!joined)
-        return refused;
+        return NFC_NDEF_REFUSED;
     Writer({joined.get(), length}).bytes(old).bytes({data, data_length});
     os_block_dealloc(record->payload);
     record->payload = joined.release();
     record->payload_length = static_cast<uint32_t>(length);
-    return 1;
+    return NFC_NDEF_OK;
 }

@@ -1,13 +1,13 @@
-// What an extractor returns. Which of them it uses, and for what, is each one's own.
+// What an extractor returns, in its type. Which of them it uses, and for what, is each one's own.
 #pragma once
 
-#include <cstdint>
+#include "nfc_ndef.h"
 
 namespace ndef {
 
-constexpr int8_t success = 1;
-constexpr int8_t failure = -1;
-constexpr int8_t bad_payload = 2;
-constexpr int8_t decoding_failed = 0;
+constexpr int8_t success = NFC_NDEF_OK;
+constexpr int8_t failure = NFC_NDEF_FAILURE;
+constexpr int8_t bad_payload = NFC_NDEF_BAD_PAYLOAD;
+constexpr int8_t decoding_failed = NFC_NDEF_DECODING_FAILED;
 
 } // namespace ndef

@@ -68,6 +68,7 @@ TEST(Record, IsMadeOfCopiesOfItsParts)
     for (const Case &c : std::initializer_list<Case>{
              {{name, 1, 1}, {}, bytes("0102030405"), "00010:1T//0102030405/0"},
              {{name, 1, 1}, text("ab"), bytes("01"), "00011:1T/6162/01/0"},
+             {{name, 1, 1}, text("x"), bytes("01"), "00011:1T/78/01/0"},
              {{name, 1, 1}, {}, {}, "00000:1T///0"},
              {{nullptr, 4, 1}, {}, {}, "00000:1///0"},
              {{name, 0, 1}, {}, {}, "00000:1///0"},
@@ -173,6 +174,8 @@ TEST(Record, SetIdTakesTheBufferOverUnlessRefused)
     EXPECT_EQ(id_of(r.get()), text("ab"));
     EXPECT_EQ(nfc_ndef_record_set_id(r.get(), second, 3), 3);
     EXPECT_EQ(id_of(r.get()), text("xyz"));
+    EXPECT_EQ(nfc_ndef_record_set_id(r.get(), second, 2), 2); // its own
+    EXPECT_EQ(id_of(r.get()), text("xy"));
     EXPECT_EQ(nfc_ndef_record_set_id(r.get(), nullptr, 0), 0);
     EXPECT_TRUE(!r->id && r->id_length == 0);
     EXPECT_EQ(hex(encode(r)), "11010354616263");

@@ -84,6 +84,8 @@ TEST(SmartPoster, Reads)
          "a media record without a type is no icon, whatever follows its header"},
         {"9101015501 520000", "1 titles=0 uri=U:01 action=FF others=1 list=[:]", "nor when nothing follows"},
         {"9101015501 5102010055 02", "1 titles=0 uri=U:01 action=FF others=1 list=[\0U:02]"s, "type of two bytes"},
+        {"9101015501 510401 03616374 02", "1 titles=0 uri=U:01 action=FF others=1 list=[\003act:02]",
+         "type of four bytes"},
         {"D00000", "-1", "an empty record alone"},
         {"[U:0361] FE", "-1", "a byte behind the message"},
     };

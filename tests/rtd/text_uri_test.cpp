@@ -1,5 +1,7 @@
 #include "tables.h"
 
+#include <sys/mman.h>
+
 using namespace test;
 
 namespace {
@@ -86,4 +88,21 @@ TEST(Uri, Reads)
     expect_read(read_uri, rows);
     EXPECT_EQ(read_uri(nullptr), "-1");
     expect_cut(read_uri, bytes("0361"), [](size_t length) { return length ? "1 code=3 field=null length=0" : "-1"; });
+}
+
+// Longer than a 32-bit distance: zeros that take no memory as long as nobody copies them.
+TEST(Uri, FindsControlBytesInAFieldOfTwoGigabytes)
+{
+    constexpr uint32_t length = 0x80000002;
+    void *const zeros =
+        mmap(nullptr, length, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    if (zeros == MAP_FAILED)
+        GTEST_SKIP() << "no room for 2 GiB";
+    const nfc_ndef_record record{.payload_length = length, .payload = static_cast<uint8_t *>(zeros)};
+    uint8_t code = 9, *field = nullptr;
+    uint32_t field_length = 9;
+    EXPECT_EQ(rtdlib_uri_record_extract(&record, &code, &field, &field_length), -1);
+    EXPECT_TRUE(code == 0 && !field && field_length == 0);
+    EXPECT_EQ(rtdlib_uri_record_create(0, length, record.payload), nullptr);
+    munmap(zeros, length);
 }

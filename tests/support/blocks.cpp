@@ -82,7 +82,11 @@ void *os_block_alloc_and_clear(size_t size) { return test::allocate(size, 0); }
 void os_block_dealloc(void *block) { test::release(block); }
 
 // The Bluetooth structures are blocks of the host allocator that the library releases with GLib.
-extern "C" __attribute__((visibility("default"))) void g_free(void *block) { test::release(block); }
+extern "C" __attribute__((visibility("default"))) void g_free(void *block)
+{
+    EXPECT_NE(block, nullptr);
+    test::release(block);
+}
 
 int main(int argc, char **argv)
 {

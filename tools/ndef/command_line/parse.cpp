@@ -3,7 +3,8 @@
 
 #include "io/failure.h"
 #include "io/output.h"
-#include "printable.h"
+
+#include <nfc_ndef/printable.h>
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -12,6 +13,9 @@
 #include <sstream>
 
 namespace tool {
+
+namespace values = nfc_ndef::values;
+
 namespace {
 
 using Strings = std::vector<std::string>;
@@ -136,11 +140,11 @@ std::string reason_of(const CLI::ParseError &error, const Parser &chosen, const 
         const std::string unknown = next < arguments.size() ? arguments[next] : "";
         return unknown.empty() || unknown.starts_with('-')
                    ? fmt::format("'{}' needs the name of a command", name)
-                   : fmt::format("{} has no command '{}'", name, printable_utf8(unknown));
+                   : fmt::format("{} has no command '{}'", name, values::printable_utf8(unknown));
     }
     std::string reason = error.what();
     std::erase(reason, mark);
-    return printable_utf8(reason);
+    return values::printable_utf8(reason);
 }
 
 } // namespace

@@ -1,10 +1,10 @@
 #include "command_line/io_options.h"
 #include "commands/commands.h"
 #include "io/failure.h"
+#include "io/message.h"
 #include "io/output.h"
-#include "message.h"
-#include "printable.h"
-#include "tree.h"
+
+#include <nfc_ndef/printable.h>
 
 #include <fmt/format.h>
 #include <nfc_ndef.h>
@@ -12,6 +12,9 @@
 #include <algorithm>
 
 namespace tool {
+
+namespace values = nfc_ndef::values;
+
 namespace {
 
 constexpr Option files{.names = "FILE",
@@ -21,13 +24,13 @@ constexpr Option files{.names = "FILE",
 constexpr Option quiet{.names = "-q,--quiet", .help = "Print nothing, only exit with the status"};
 
 // The bytes around an offset, with a mark under the one at it, which may be just behind the last.
-std::string context_of(ByteView bytes, size_t offset)
+std::string context_of(values::ByteView bytes, size_t offset)
 {
     constexpr size_t before = 8, after = 8;
     const size_t start = offset - std::min(offset, before);
-    const ByteView part = bytes.subspan(start, std::min(bytes.size(), offset + after) - start);
+    const values::ByteView part = bytes.subspan(start, std::min(bytes.size(), offset + after) - start);
     const std::string begin = fmt::format("  {:04X}  ", start);
-    return fmt::format("{}{}\n{:{}}^^", begin, hex_of(part), "", begin.size() + (offset - start) * 3);
+    return fmt::format("{}{}\n{:{}}^^", begin, values::hex_of(part), "", begin.size() + (offset - start) * 3);
 }
 
 ExitStatus check(const std::string &path, const Arguments &given)
@@ -46,7 +49,7 @@ ExitStatus check(const std::string &path, const Arguments &given)
     }
     nfc_ndef_msg_report report{};
     if (nfc_ndef_msg_check(bytes.data(), 0, static_cast<uint32_t>(bytes.size()), &report) == 1) {
-        say(fmt::format("valid, {}", count_of(report.record, "record")));
+        say(fmt::format("valid, {}", values::count_of(report.record, "record")));
         return exit_fine;
     }
     say(fmt::format("{}\n{}", reason_of(report), context_of(bytes, std::min<size_t>(report.offset, bytes.size()))));

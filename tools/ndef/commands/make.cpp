@@ -4,9 +4,13 @@
 #include "io/failure.h"
 #include "make/content.h"
 #include "make/thing.h"
-#include "printable.h"
+
+#include <nfc_ndef/printable.h>
 
 namespace tool {
+
+namespace values = nfc_ndef::values;
+
 namespace {
 
 constexpr Option id{.names = "--id", .placeholder = "ID", .help = "Give the record this id"};
@@ -23,7 +27,7 @@ Command command_of(const make::Thing &thing)
                                         : thing.message(given),
                           output_options(given));
         } catch (const make::ImpossibleValue &impossible) {
-            throw Failure(exit_unusable, printable_utf8(impossible.what()));
+            throw Failure(exit_unusable, values::printable_utf8(impossible.what()));
         }
     };
     return {.name = thing.name,

@@ -2,8 +2,9 @@
 
 #include "io/failure.h"
 #include "io/tag_memory.h"
-#include "printable.h"
 #include "text/encoded_text.h"
+
+#include <nfc_ndef/printable.h>
 
 #include <fmt/format.h>
 
@@ -14,6 +15,9 @@
 #include <memory>
 
 namespace tool {
+
+namespace values = nfc_ndef::values;
+
 namespace {
 
 constexpr size_t limit = 16 << 20;
@@ -48,7 +52,10 @@ std::vector<uint8_t> decode(std::vector<uint8_t> bytes, const InputOptions &opti
 
 } // namespace
 
-std::string name_of_input(const std::string &path) { return path == "-" ? "standard input" : printable_utf8(path); }
+std::string name_of_input(const std::string &path)
+{
+    return path == "-" ? "standard input" : values::printable_utf8(path);
+}
 
 std::vector<uint8_t> read_file(const std::string &path, bool unlimited)
 {

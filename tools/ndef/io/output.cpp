@@ -2,7 +2,8 @@
 
 #include "io/failure.h"
 #include "io/write_file.h"
-#include "printable.h"
+
+#include <nfc_ndef/printable.h>
 
 #include <fmt/format.h>
 #include <glib.h>
@@ -16,6 +17,9 @@
 #include <unistd.h>
 
 namespace tool {
+
+namespace values = nfc_ndef::values;
+
 namespace {
 
 const std::string standard_output = "-";
@@ -62,7 +66,7 @@ void write_text(std::string_view text, const OutputOptions &options)
         write_output(text);
     else if (const int error = write_file(text, options.path); error != 0)
         throw Failure(exit_unusable,
-                      fmt::format("cannot write {}: {}", printable_utf8(options.path), std::strerror(error)));
+                      fmt::format("cannot write {}: {}", values::printable_utf8(options.path), std::strerror(error)));
 }
 
 void write_message(std::span<const uint8_t> bytes, const OutputOptions &options)
@@ -74,7 +78,7 @@ void write_message(std::span<const uint8_t> bytes, const OutputOptions &options)
             throw Failure(exit_unusable, "raw bytes are not for a terminal: use -o, a pipe or another --format");
         return write_text({reinterpret_cast<const char *>(bytes.data()), bytes.size()}, options);
     case OutputFormat::hex:
-        return write_text(hex_of(bytes, "") + '\n', options);
+        return write_text(values::hex_of(bytes, "") + '\n', options);
     case OutputFormat::base64:
         return write_text(base64_of(bytes) + '\n', options);
     case OutputFormat::c:

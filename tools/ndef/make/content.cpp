@@ -1,5 +1,7 @@
 #include "make/content.h"
 
+#include <nfc_ndef/printable.h>
+
 #include <algorithm>
 
 namespace tool::make {
@@ -23,16 +25,16 @@ values::Content text_content(const std::string &text, const std::string &languag
     require(!language.empty() && language.size() <= 63 && std::ranges::all_of(language, is_of_language_code),
             "a language code is 1 to 63 letters, digits and hyphens long");
     require(!text.empty(), "a text must not be empty");
-    require(is_utf8(text), "a text must be valid UTF-8");
-    return values::Text{utf16, language, utf16 ? utf16_of(text, ByteOrderMark::none) : bytes_of(text)};
+    require(values::is_utf8(text), "a text must be valid UTF-8");
+    return utf16 ? values::utf16_text(text, language) : values::utf8_text(text, language);
 }
 
 values::Content uri_content(const std::string &uri)
 {
     require(!uri.empty(), "a URI must not be empty");
-    require(std::ranges::all_of(uri, [](char c) { return static_cast<uint8_t>(c) >= 0x20; }) && is_utf8(uri),
+    require(std::ranges::all_of(uri, [](char c) { return static_cast<uint8_t>(c) >= 0x20; }) && values::is_utf8(uri),
             "a URI must be valid UTF-8 without control characters");
-    return abbreviate_uri(uri);
+    return values::Uri(uri);
 }
 
 values::Record record_of(values::Content content)
@@ -42,14 +44,12 @@ values::Record record_of(values::Content content)
     return *std::move(record);
 }
 
-values::Bytes bytes_of(const std::string &text) { return {text.begin(), text.end()}; }
-
 values::Bytes message_of(values::Content content, const std::string &id)
 {
     require(id.size() <= 255, "an id is at most 255 bytes long");
     values::Records records;
     records.push_back(record_of(std::move(content)));
-    records.front().id = bytes_of(id);
+    records.front().id = values::bytes_of(id);
     const std::optional<values::Bytes> bytes = encode(records);
     require(bytes.has_value(), "the record cannot be encoded");
     return *bytes;

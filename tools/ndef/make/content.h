@@ -1,12 +1,14 @@
 // The content of records from what people say on a command line.
 #pragma once
 
-#include "make/values.h"
+#include <nfc_ndef/values.h>
 
 #include <stdexcept>
 #include <string>
 
 namespace tool::make {
+
+namespace values = nfc_ndef::values;
 
 // A value that makes no record; the text says which and why, and may quote it.
 struct ImpossibleValue : std::runtime_error {
@@ -19,8 +21,6 @@ void require(bool possible, const std::string &reason);
 values::Content text_content(const std::string &text, const std::string &language, bool utf16);
 values::Content uri_content(const std::string &uri);
 values::Record record_of(values::Content content);
-
-values::Bytes bytes_of(const std::string &text);
 
 // The message of one record of this content.
 values::Bytes message_of(values::Content content, const std::string &id);

@@ -1,7 +1,8 @@
 #include "command_line/io_options.h"
 #include "io/failure.h"
 #include "make/thing.h"
-#include "printable.h"
+
+#include <nfc_ndef/printable.h>
 
 #include <fmt/format.h>
 
@@ -23,10 +24,11 @@ values::Bytes message(const Arguments &given)
     const std::string path = given.value_or(file, "-");
     const std::vector<uint8_t> bytes = read_file(path, given.has(no_limit));
     try {
-        return from_json({reinterpret_cast<const char *>(bytes.data()), bytes.size()});
-    } catch (const JsonError &error) {
-        const std::string member = error.path.empty() ? "" : shortened(printable_utf8(error.path)) + ": ";
-        throw Failure(exit_refused, fmt::format("{}: {}{}", name_of_input(path), member, printable_utf8(error.what())));
+        return *encode(values::from_json(values::text_of(bytes)));
+    } catch (const values::JsonError &error) {
+        const std::string member = error.path.empty() ? "" : shortened(values::printable_utf8(error.path)) + ": ";
+        throw Failure(exit_refused,
+                      fmt::format("{}: {}{}", name_of_input(path), member, values::printable_utf8(error.what())));
     }
 }
 

@@ -57,20 +57,6 @@ void require_media_type(const std::string &name)
             fmt::format("\"{}\" is not a media type", name));
 }
 
-values::Record plain_record(uint32_t format, const std::string &name, values::Bytes payload)
-{
-    values::Record record;
-    record.format = format;
-    record.type.assign(name.begin(), name.end());
-    record.payload = std::move(payload);
-    return record;
-}
-
-std::unique_ptr<values::Record> local_record(const std::string &name, values::Bytes payload)
-{
-    return std::make_unique<values::Record>(plain_record(NFC_NDEF_TNF_WELL_KNOWN, name, std::move(payload)));
-}
-
 values::Record title_record(const std::string &given)
 {
     const auto [language, text] = split_tag(given, [](const std::string &tag) { return !tag.empty(); });
@@ -80,9 +66,8 @@ values::Record title_record(const std::string &given)
 
 uint8_t action_of(const std::string &name)
 {
-    const std::vector<std::string> names = words_of(action.list);
-    if (const auto found = std::ranges::find(names, name); found != names.end())
-        return static_cast<uint8_t>(found - names.begin());
+    if (const auto known = values::Names(values::poster_actions).value_of(name))
+        return static_cast<uint8_t>(*known);
     return number_of<uint8_t>(name, "an action: do, save, open or a number from 0 to 255");
 }
 
@@ -113,7 +98,7 @@ values::Record icon_record(const std::string &given, bool unlimited)
     require(!media_type.empty(),
             fmt::format("the name of \"{}\" does not tell its media type: say image/...={}", path, path));
     require_media_type(media_type);
-    return plain_record(NFC_NDEF_TNF_MIME, media_type, read_file(path, unlimited));
+    return values::generic_record(values::media(media_type), read_file(path, unlimited));
 }
 
 values::Bytes big_endian(uint32_t number)
@@ -127,10 +112,10 @@ values::Bytes big_endian(uint32_t number)
 values::Content content(const Arguments &given)
 {
     const std::vector<std::string> titles = given.values(title), icons = given.values(icon);
-    constexpr size_t max_records = 254; // what the library reads
-    require(titles.size() + icons.size() + 4 <= max_records, "a poster holds at most 254 records");
+    require(titles.size() + icons.size() + 4 <= values::max_records,
+            fmt::format("a poster holds at most {} records", values::max_records));
     values::SmartPoster poster;
-    poster.uri_record = std::make_unique<values::Record>(record_of(uri_content(given.value_or(uri_argument, ""))));
+    poster.uri_record = record_of(uri_content(given.value_or(uri_argument, "")));
     for (const std::string &one : titles)
         poster.titles.push_back(title_record(one));
     poster.action = action_of(given.value_or(action, "do"));
@@ -138,11 +123,11 @@ values::Content content(const Arguments &given)
         poster.icons.push_back(icon_record(one, given.has(no_limit)));
     if (const std::string media_type = given.value_or(type, ""); !media_type.empty()) {
         require_media_type(media_type);
-        poster.type_record = local_record("t", bytes_of(media_type));
+        poster.type_record = values::generic_record(values::well_known("t"), values::bytes_of(media_type));
     }
     if (const auto number = given.value(size))
-        poster.size_record =
-            local_record("s", big_endian(number_of<uint32_t>(*number, "a size: a number from 0 to 4294967295")));
+        poster.size_record = values::generic_record(
+            values::well_known("s"), big_endian(number_of<uint32_t>(*number, "a size: a number from 0 to 4294967295")));
     return poster;
 }
 

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "command_line/command.h"
-#include "make/values.h"
+
+#include <nfc_ndef/values.h>
 
 namespace tool::make {
+
+namespace values = nfc_ndef::values;
 
 // Either of the functions is there. They throw ImpossibleValue (content.h) or Failure.
 struct Thing {

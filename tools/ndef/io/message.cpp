@@ -1,0 +1,24 @@
+#include "io/message.h"
+
+#include "io/failure.h"
+#include "io/input.h"
+
+#include <fmt/format.h>
+
+namespace tool {
+
+std::string reason_of(const nfc_ndef_msg_report &report)
+{
+    return fmt::format("record {}, byte {}: {}", report.record + 1, report.offset,
+                       nfc_ndef_msg_check_text(report.reason));
+}
+
+nfc_ndef::values::Records parse_message(nfc_ndef::values::ByteView bytes, const std::string &path)
+{
+    nfc_ndef_msg_report report{};
+    if (std::optional<nfc_ndef::values::Records> records = nfc_ndef::values::decode(bytes, {}, &report))
+        return *std::move(records);
+    throw Failure(exit_refused, fmt::format("{}: not an NDEF message: {}", name_of_input(path), reason_of(report)));
+}
+
+} // namespace tool

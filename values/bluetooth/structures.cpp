@@ -1,0 +1,168 @@
+#include "structures.h"
+
+#include "../names.h"
+#include "../printable.h"
+#include "../spelling.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+
+namespace nfc_ndef::values {
+
+namespace {
+
+constexpr Name services[] = {
+    {0x1101, "Serial Port"},
+    {0x1105, "OBEX Object Push"},
+    {0x1106, "OBEX File Transfer"},
+    {0x1108, "Headset"},
+    {0x110A, "Audio Source"},
+    {0x110B, "Audio Sink"},
+    {0x110C, "A/V Remote Control Target"},
+    {0x110E, "A/V Remote Control"},
+    {0x1112, "Headset Audio Gateway"},
+    {0x1115, "PANU"},
+    {0x1116, "NAP"},
+    {0x111E, "Hands-Free"},
+    {0x111F, "Hands-Free Audio Gateway"},
+    {0x1124, "Human Interface Device"},
+    {0x112F, "Phonebook Access Server"},
+    {0x1132, "Message Access Server"},
+    {0x1200, "PnP Information"},
+};
+
+constexpr Name major_classes[] = {
+    {0, "Miscellaneous"}, {1, "Computer"},   {2, "Phone"},         {3, "LAN/Network Access Point"},
+    {4, "Audio/Video"},   {5, "Peripheral"}, {6, "Imaging"},       {7, "Wearable"},
+    {8, "Toy"},           {9, "Health"},     {31, "Uncategorized"}};
+
+// By bit of the class of device.
+constexpr Name major_services[] = {{13, "Limited Discoverable Mode"},
+                                   {14, "LE Audio"},
+                                   {16, "Positioning"},
+                                   {17, "Networking"},
+                                   {18, "Rendering"},
+                                   {19, "Capturing"},
+                                   {20, "Object Transfer"},
+                                   {21, "Audio"},
+                                   {22, "Telephony"},
+                                   {23, "Information"}};
+
+constexpr Name le_roles[] = {
+    {0, "only peripheral"}, {1, "only central"}, {2, "peripheral preferred"}, {3, "central preferred"}};
+
+uint32_t little_endian(ByteView bytes)
+{
+    uint32_t value = 0;
+    for (size_t i = bytes.size(); i-- > 0;)
+        value = value << 8 | bytes[i];
+    return value;
+}
+
+template <size_t Width> std::string uuids(ByteView list)
+{
+    std::string text;
+    for (; list.size() >= Width; list = list.subspan(Width)) {
+        text += (text.empty() ? "" : ", ") + uuid(Width).text_of(list.first(Width));
+        const auto service = Width == 16 ? std::nullopt : Names(services).name_of(little_endian(list.first(Width)));
+        if (service)
+            text.append(" ").append(*service);
+    }
+    return list.empty() ? text : fmt::format("{} (malformed: {} left over)", text, hex_of(list));
+}
+
+std::string hex(ByteView data) { return hex_of(data); }
+std::string text(ByteView data) { return quoted_utf8(data); }
+std::string power(ByteView data) { return fmt::format("{} dBm", static_cast<int8_t>(data[0])); }
+std::string device_class(ByteView data) { return class_of_device_text(little_endian(data.first(3))); }
+std::string le_role(ByteView data) { return std::string(Names(le_roles).title_of(data[0])); }
+std::string le_address(ByteView data)
+{
+    return fmt::format("{} ({})", address(Spelling::Order::reversed).text_of(data.first(6)),
+                       (data[6] & 1) != 0 ? "random" : "public");
+}
+std::string manufacturer(ByteView data)
+{
+    return fmt::format("company 0x{:04X}, data {}", little_endian(data.first(2)),
+                       data.size() == 2 ? "none" : hex_of(data.subspan(2)));
+}
+
+struct Shown {
+    uint8_t type;
+    std::string_view name;
+    std::string (*show)(ByteView data);
+    size_t least; // fewest bytes of data that `show` can take
+};
+constexpr Shown known[] = {
+    {0x01, "flags", hex, 0},
+    {0x02, "16-bit service UUIDs (incomplete)", uuids<2>, 0},
+    {0x03, "16-bit service UUIDs", uuids<2>, 0},
+    {0x04, "32-bit service UUIDs (incomplete)", uuids<4>, 0},
+    {0x05, "32-bit service UUIDs", uuids<4>, 0},
+    {0x06, "128-bit service UUIDs (incomplete)", uuids<16>, 0},
+    {0x07, "128-bit service UUIDs", uuids<16>, 0},
+    {0x08, "local name (shortened)", text, 0},
+    {0x09, "local name", text, 0},
+    {0x0A, "transmit power", power, 1},
+    {0x0D, "class of device", device_class, 3},
+    {0x0E, "hash C", hex, 0},
+    {0x0F, "randomizer R", hex, 0},
+    {0x10, "security manager TK value", hex, 0},
+    {0x11, "security manager flags", hex, 0},
+    {0x16, "service data", hex, 0},
+    {0x19, "appearance", hex, 0},
+    {0x1B, "LE device address", le_address, 7},
+    {0x1C, "LE role", le_role, 1},
+    {0x1D, "hash C-256", hex, 0},
+    {0x1E, "randomizer R-256", hex, 0},
+    {0x22, "LE secure connections confirmation", hex, 0},
+    {0x23, "LE secure connections random", hex, 0},
+    {0xFF, "manufacturer data", manufacturer, 2},
+};
+
+} // namespace
+
+std::optional<Structure> Structures::next()
+{
+    while (!left_.empty() && left_[0] == 0)
+        left_ = left_.subspan(1);
+    if (left_.empty() || size_t{left_[0]} + 1 > left_.size())
+        return std::nullopt;
+    const Structure structure{left_[1], left_.subspan(2, left_[0] - 1u)};
+    left_ = left_.subspan(1 + size_t{left_[0]});
+    return structure;
+}
+
+void show_structures(ByteView bytes, View &view)
+{
+    Structures structures(bytes);
+    while (const auto structure = structures.next()) {
+        const auto *shown = std::ranges::find(known, structure->type, &Shown::type);
+        if (shown == std::end(known))
+            view.field(fmt::format("field 0x{:02X}", structure->type), hex_of(structure->data));
+        else if (structure->data.size() < shown->least)
+            view.field(shown->name, fmt::format("{} (too short)", hex_of(structure->data)));
+        else
+            view.field(shown->name, shown->show(structure->data));
+    }
+    if (structures.left() != 0)
+        view.warning(
+            fmt::format("a field of {} runs past the end", count_of(bytes[bytes.size() - structures.left()], "byte")));
+}
+
+std::string class_of_device_text(uint32_t class_of_device)
+{
+    std::string text =
+        fmt::format("{:06X}, {}", class_of_device, Names(major_classes).title_of(class_of_device >> 8 & 0x1F));
+    std::string_view separator = "; services: ";
+    for (const Name &service : major_services)
+        if ((class_of_device >> service.value & 1) != 0) {
+            text.append(separator).append(service.name);
+            separator = ", ";
+        }
+    return text;
+}
+
+} // namespace nfc_ndef::values

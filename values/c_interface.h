@@ -1,0 +1,53 @@
+// What the types need to call the readers and builders of the C interface.
+#pragma once
+
+#include "record.h"
+
+#include <nfc_ndef_view.h>
+
+namespace nfc_ndef::values {
+
+inline ByteView view_of(const nfc_ndef_bytes &bytes) { return {bytes.data, bytes.length}; }
+inline Bytes bytes_of(const nfc_ndef_bytes &bytes) { return {bytes.data, bytes.data + bytes.length}; }
+inline std::string string_of(const nfc_ndef_bytes &bytes) { return {bytes.data, bytes.data + bytes.length}; }
+
+// Bytes, or a text's, as the library reads them; they are not more than 2^32 - 1.
+inline nfc_ndef_bytes bytes_view(ByteView bytes) { return {bytes.data(), static_cast<uint32_t>(bytes.size())}; }
+inline nfc_ndef_bytes bytes_view(std::string_view text) { return bytes_view(view_of(text)); }
+
+// A byte string as the library takes it: null when it is empty.
+template <class Container> const uint8_t *pointer_to(const Container &bytes)
+{
+    return bytes.empty() ? nullptr : reinterpret_cast<const uint8_t *>(bytes.data());
+}
+
+// The same for the structures of the interface, whose pointers are not to const though nothing is written there.
+template <class Container> uint8_t *field_pointer_to(const Container &bytes)
+{
+    return const_cast<uint8_t *>(pointer_to(bytes));
+}
+
+// Whether lengths can be said in the 8 bits that the interface has for them.
+template <class... Length> bool fit_in_a_byte(Length... lengths) { return ((lengths <= UINT8_MAX) && ...); }
+
+// Records as an array that a builder borrows.
+class LentRecords {
+public:
+    enum class Order { given, reversed };
+
+    explicit LentRecords(const Records &records, Order order = Order::given);
+    bool ok() const; // whether all became records, and the count fits
+    uint8_t count() const { return static_cast<uint8_t>(pointers_.size()); }
+    nfc_ndef_record *const *data() const { return pointers_.empty() ? nullptr : pointers_.data(); }
+
+private:
+    std::vector<nfc_ndef::Record> handles_;
+    std::vector<nfc_ndef_record *> pointers_;
+};
+
+// The payload of a record, in chunks or not.
+Bytes joined_payload(const nfc_ndef_record_view &record);
+
+nfc_ndef::Record to_handle(const OptionalRecord &record);
+
+} // namespace nfc_ndef::values

@@ -1,0 +1,224 @@
+// What to_json() writes.
+#include "../json.h"
+
+#include "../printable.h"
+#include "text.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace nfc_ndef::values {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json json_of(const Record &record, const Nesting &nesting, const GenericControl::Flags *flags = nullptr);
+
+Json json_of(const Records &records, const Nesting &nesting)
+{
+    Json array = Json::array();
+    for (const Record &record : records)
+        array.push_back(json_of(record, nesting));
+    return array;
+}
+
+// Members of an object. What is empty is left out, unless it is required.
+class JsonWriter {
+public:
+    template <class T> using Value = const T;
+    static constexpr bool reads = false;
+
+    JsonWriter(Json &object, Nesting nesting) : object_(object), nesting_(std::move(nesting)) {}
+
+    void flag(std::string_view name, bool value) { set(name, value); }
+    void number(std::string_view name, unsigned value) { set(name, value); }
+    template <class Number>
+    void number(std::string_view name, const std::optional<Number> &value, Presence = Presence::optional)
+    {
+        if (value)
+            set(name, *value);
+    }
+    void version(std::string_view name, uint8_t value) { set(name, version_text(value)); }
+
+    void choice(std::string_view name, uint8_t value, Names names, Presence = Presence::required)
+    {
+        if (const auto found = names.name_of(value))
+            set(name, *found);
+    }
+
+    void text_or_hex(std::string_view name, const TextOrBytes &value, Sizes = {}, Presence presence = {})
+    {
+        if (value.bytes.empty() && presence == Presence::optional)
+            return;
+        if (value.is_text && is_utf8(value.bytes))
+            set(name, value.bytes);
+        else
+            set(hex_name(name), hex_of(view_of(value.bytes), ""));
+    }
+    void text_or_hex(std::string_view name, const std::string &value, Sizes sizes = {}, Presence presence = {})
+    {
+        text_or_hex(name, TextOrBytes{value}, sizes, presence);
+    }
+
+    void texts(std::string_view name, const std::vector<std::string> &values, Sizes = {})
+    {
+        if (values.empty())
+            return;
+        if (std::ranges::all_of(values, is_utf8))
+            return set(name, values);
+        Json list = Json::array();
+        for (const std::string &value : values)
+            list.push_back(hex_of(view_of(value), ""));
+        set(hex_name(name), std::move(list));
+    }
+
+    void bytes(std::string_view name, ByteView value, Sizes = {})
+    {
+        if (!value.empty())
+            set(name, hex_of(value, ""));
+    }
+
+    template <size_t N>
+    void spelled(std::string_view name, const std::array<uint8_t, N> &value, const Spelling &spelling)
+    {
+        set(name, spelling.text_of(value));
+    }
+    template <size_t N> void spelled(std::string_view name, const std::optional<std::array<uint8_t, N>> &value,
+                                     const Spelling &spelling, Presence)
+    {
+        if (value)
+            spelled(name, *value, spelling);
+    }
+    void spelled_list(std::string_view name, const Bytes &value, const Spelling &spelling, Sizes)
+    {
+        Json list = Json::array();
+        for (size_t i = 0; i < value.size(); i += spelling.length)
+            list.push_back(spelling.text_of(ByteView(value).subspan(i, spelling.length)));
+        if (!list.empty())
+            set(name, std::move(list));
+    }
+
+    void record(std::string_view name, const OptionalRecord &value, std::string_view, Presence = Presence::optional)
+    {
+        if (value)
+            set(name, json_of(*value, nesting_.inner()));
+    }
+    void record_with_flags(std::string_view name, const OptionalRecord &value, const GenericControl::Flags &flags)
+    {
+        if (value)
+            set(name, json_of(*value, nesting_.inner(), &flags));
+    }
+    void records(std::string_view name, const Records &values, std::string_view = {})
+    {
+        if (!values.empty())
+            set(name, json_of(values, nesting_.inner()));
+    }
+    void records_kept(std::string_view name, const Records &values) { records(name, values); }
+
+    template <class T, class MapEntry>
+    void objects(std::string_view name, const std::vector<T> &values, MapEntry map_entry)
+    {
+        Json array = Json::array();
+        for (const T &value : values) {
+            Json object = Json::object();
+            JsonWriter inner(object, nesting_);
+            map_entry(inner, value);
+            array.push_back(std::move(object));
+        }
+        if (!array.empty())
+            set(name, std::move(array));
+    }
+
+    // What a value must be to be made.
+    void makes(std::string_view, std::initializer_list<std::string_view>) const {}
+    void makes(std::string_view, std::initializer_list<unsigned>) const {}
+    void needs(std::string_view, std::string_view) const {}
+    void require(bool, std::string_view, const std::string &) const {}
+
+private:
+    static std::string hex_name(std::string_view name) { return fmt::format("{}_hex", name); }
+    void set(std::string_view name, Json value) { object_[std::string(name)] = std::move(value); }
+
+    Json &object_;
+    Nesting nesting_;
+};
+
+void write_flags_and_id(JsonWriter &fields, const Record &record, const GenericControl::Flags *flags)
+{
+    if (flags) {
+        fields.flag("mb", flags->mb);
+        fields.flag("me", flags->me);
+        fields.flag("cf", flags->cf);
+    }
+    fields.text_or_hex("id", std::string(text_of(record.id)));
+}
+
+// Whether a type of media is text, whatever it says: then people want to read and edit it.
+bool is_text(const Record &record)
+{
+    const std::string_view type = text_of(record.type);
+    return record.format == NFC_NDEF_TNF_MIME &&
+           (media("text/").matches(record.format, type.substr(0, type.find('/') + 1)) ||
+            media("application/json").matches(record.format, type)) &&
+           !record.payload.empty() && is_utf8(text_of(record.payload));
+}
+
+// The payload as text, as the bytes before a nested message and the message when the two give exactly the payload
+// again, or as it is.
+void write_payload(JsonWriter &fields, const Record &record, const Nesting &nesting)
+{
+    if (is_text(record))
+        return fields.text_or_hex("text", std::string(text_of(record.payload)));
+    const std::optional<size_t> prefix = nested_at(record.format, record.type);
+    if (prefix && *prefix < record.payload.size()) {
+        const ByteView payload(record.payload);
+        const std::optional<Records> nested = decode(payload.subspan(*prefix), nesting.inner());
+        const std::optional<Bytes> again = nested ? encode(*nested) : std::nullopt;
+        if (again && std::ranges::equal(*again, payload.subspan(*prefix))) {
+            fields.bytes("payload", payload.first(*prefix));
+            return fields.records("records", *nested);
+        }
+    }
+    fields.bytes("payload", record.payload);
+}
+
+// A record of a kind, with its type and its payload where they are not those of the record that its members make.
+template <class T>
+Json typed(const Record &record, const T &content, const Nesting &nesting, const GenericControl::Flags *flags)
+{
+    Json object{{"kind", Kind<T>::json}};
+    JsonWriter fields(object, nesting);
+    const nfc_ndef::Record made = Kind<T>::make(content);
+    const Type &type = Kind<T>::type;
+    const bool same_type = text_of(record.type) == type.name;
+    if (!same_type)
+        fields.text_or_hex("type", std::string(text_of(record.type)));
+    write_flags_and_id(fields, record, flags);
+    Kind<T>::map(fields, content);
+    if (!same_type || !made || !std::ranges::equal(record.payload, ByteView(made->payload, made->payload_length)))
+        fields.bytes("payload", record.payload);
+    return object;
+}
+
+Json json_of(const Record &record, const Nesting &nesting, const GenericControl::Flags *flags)
+{
+    const auto json_of_content = [&]<class T>(const T &content) -> Json {
+        if constexpr (!std::is_same_v<T, Generic>)
+            return typed(record, content, nesting, flags);
+        Json object{{"kind", "generic"}, {"tnf", *Names(type_name_formats).name_of(record.format & 7)}};
+        JsonWriter fields(object, nesting);
+        fields.text_or_hex("type", std::string(text_of(record.type)));
+        write_flags_and_id(fields, record, flags);
+        write_payload(fields, record, nesting);
+        return object;
+    };
+    return std::visit(json_of_content, record.content);
+}
+
+} // namespace
+
+std::string to_json(const Records &message) { return written(Json{{"records", json_of(message, Nesting())}}); }
+
+} // namespace nfc_ndef::values
