@@ -327,12 +327,13 @@ const char *broken_by(const nfc_ndef_record &record)
 const char *broken_by(nfc_ndef_bytes message)
 {
     nfc_ndef_msg_report checked, opened;
-    const bool valid = nfc_ndef_msg_check(message.data, 0, message.length, &checked);
+    const bool valid = nfc_ndef_msg_check(message.data, 0, static_cast<uint32_t>(message.length), &checked);
     nfc_ndef_msg_view view;
     if (nfc_ndef_msg_view_open(message, &view, &opened) != valid || checked.reason != opened.reason ||
         checked.record != opened.record || checked.offset != opened.offset)
         return "opening";
-    const nfc_ndef::Message parsed(nfc_ndef_msg_create_by_msg_offset(message.data, 0, message.length));
+    const nfc_ndef::Message parsed(
+        nfc_ndef_msg_create_by_msg_offset(message.data, 0, static_cast<uint32_t>(message.length)));
     if (view.record_count != nfc_ndef_msg_get_number_of_records(parsed.get()))
         return "count";
 
