@@ -4,15 +4,29 @@ include(CMakePackageConfigHelpers)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/NfcNdef)
 set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-install(TARGETS nfc_ndef EXPORT NfcNdefTargets LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
-install(FILES include/nfc_ndef.h include/nfc_ndef.hpp DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+set(libraries nfc_ndef)
+if(TARGET nfc_ndef_static)
+  list(APPEND libraries nfc_ndef_static)
+endif()
+install(TARGETS ${libraries} EXPORT NfcNdefTargets
+  LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 install(EXPORT NfcNdefTargets NAMESPACE NfcNdef:: DESTINATION ${package_dir})
 write_basic_package_version_file(NfcNdefConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-install(FILES cmake/NfcNdefConfig.cmake ${PROJECT_BINARY_DIR}/NfcNdefConfigVersion.cmake DESTINATION ${package_dir})
+# A static library alone has to be linked with GLib by every program.
+set(links_glib FALSE)
+if(NFC_NDEF_GLIB AND NOT BUILD_SHARED_LIBS)
+  set(links_glib TRUE)
+endif()
+configure_file(cmake/NfcNdefConfig.cmake.in NfcNdefConfig.cmake @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/NfcNdefConfig.cmake ${PROJECT_BINARY_DIR}/NfcNdefConfigVersion.cmake DESTINATION ${package_dir})
 
 file(RELATIVE_PATH pc_to_prefix /${pkgconfig_dir} /)
 string(REGEX REPLACE "/$" "" pc_to_prefix ${pc_to_prefix})
+if(NFC_NDEF_GLIB)
+  set(pc_libs_private "Libs.private: -lglib-2.0\n")
+endif()
 configure_file(cmake/nfc-ndef.pc.in nfc-ndef.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/nfc-ndef.pc DESTINATION ${pkgconfig_dir})
 
@@ -20,7 +34,7 @@ if(NFC_NDEF_VALUES)
   install(TARGETS nfc_ndef_values EXPORT NfcNdefValuesTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
   install(EXPORT NfcNdefValuesTargets NAMESPACE NfcNdef:: DESTINATION ${package_dir})
   install(DIRECTORY values/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nfc_ndef
-    FILES_MATCHING PATTERN "*.h" PATTERN extract.h EXCLUDE PATTERN json EXCLUDE)
+    FILES_MATCHING PATTERN "*.h" PATTERN c_interface.h EXCLUDE PATTERN json EXCLUDE)
 endif()
 
 if(NFC_NDEF_TOOL)
@@ -29,4 +43,10 @@ if(NFC_NDEF_TOOL)
   install(TARGETS ndef RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(FILES docs/ndef.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
   install(FILES docs/ndef-message.schema.json DESTINATION ${CMAKE_INSTALL_DATADIR}/nfc-ndef)
+endif()
+
+# `cmake --build BUILD --target uninstall` takes back what the last installation from there put in place.
+configure_file(cmake/uninstall.cmake.in uninstall.cmake @ONLY)
+if(NOT TARGET uninstall)
+  add_custom_target(uninstall COMMAND ${CMAKE_COMMAND} -P ${PROJECT_BINARY_DIR}/uninstall.cmake)
 endif()

@@ -84,7 +84,8 @@ extern "C" {
  * functions and comes before this library in the order in which the dynamic linker looks for symbols gets every call:
  * the program itself, a preloaded library, or a library that is linked before this one; one that comes after it does
  * not. A program that loads this library with dlopen() must export its own three (`-rdynamic`). Their blocks must be
- * releasable by GLib's g_free(), because the Bluetooth structures are released with it.
+ * releasable by GLib's g_free(), because the Bluetooth structures are released with it; in a library that was built
+ * without GLib (`-DNFC_NDEF_GLIB=OFF`) they are released by os_block_dealloc() like everything else.
  */
 
 /**
@@ -921,7 +922,7 @@ NFC_NDEF_API int8_t rtdlib_bt_2_1_configuration_data_record_extract(const nfc_nd
                                                                     nfc_ndef_bt_rtd_2_1_str **fields);
 
 /**
- * Frees a structure with all that it owns, with g_free(), and sets the caller's pointer to null.
+ * Frees a structure with all that it owns, with g_free() (see @ref memory), and sets the caller's pointer to null.
  * @param fields  address of the pointer; a null address or pointer is ignored
  */
 NFC_NDEF_API void nfc_ndef_bt_rtd_2_1_str_delete(nfc_ndef_bt_rtd_2_1_str **fields);
@@ -969,7 +970,7 @@ NFC_NDEF_API int8_t rtdlib_bt_configuration_data_record_extract(const nfc_ndef_r
                                                                 nfc_ndef_bt_rtd_2_0_str **fields);
 
 /**
- * Frees a structure with all that it owns, with g_free(), and sets the caller's pointer to null.
+ * Frees a structure with all that it owns, with g_free() (see @ref memory), and sets the caller's pointer to null.
  * @param fields  address of the pointer; a null address or pointer is ignored
  */
 NFC_NDEF_API void nfc_ndef_bt_rtd_2_0_str_delete(nfc_ndef_bt_rtd_2_0_str **fields);

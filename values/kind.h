@@ -8,6 +8,7 @@
 #include "view.h"
 
 #include <nfc_ndef.hpp>
+#include <nfc_ndef_view.h>
 
 #include <concepts>
 #include <cstddef>
@@ -26,7 +27,7 @@ namespace nfc_ndef::values {
  *     static constexpr Type type;               the record type that it is found by
  *     static constexpr std::string_view json;   the "kind" of its JSON form
  *     static constexpr std::string_view title;  what people call it
- *     static std::optional<T> read(const nfc_ndef_record &, const Nesting &);  none for a payload that is refused
+ *     static std::optional<T> read(const nfc_ndef_record_view &, const Nesting &);  none if the payload is refused
  *     static nfc_ndef::Record make(const T &);  a record without an id; null for values that make none
  *     template <class Fields> static void map(Fields &, Value<Fields, T> &);  its members, in order
  *     static void show(const T &, View &);      what it tells people
@@ -80,7 +81,8 @@ template <class T> consteval bool is_complete()
     static_assert(std::same_as<decltype(K::json), const std::string_view>);
     static_assert(std::same_as<decltype(K::title), const std::string_view>);
     static_assert(std::same_as<decltype(K::nested_at), const std::optional<size_t>>);
-    static_assert(std::same_as<decltype(&K::read), std::optional<T> (*)(const nfc_ndef_record &, const Nesting &)>);
+    static_assert(
+        std::same_as<decltype(&K::read), std::optional<T> (*)(const nfc_ndef_record_view &, const Nesting &)>);
     static_assert(std::same_as<decltype(&K::make), nfc_ndef::Record (*)(const T &)>);
     static_assert(std::same_as<decltype(&K::show), void (*)(const T &, View &)>);
     static_assert(sizeof(static_cast<void (*)(AnyFields &, T &)>(&K::template map<AnyFields>)) != 0);

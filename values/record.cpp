@@ -1,6 +1,6 @@
 #include "record.h"
 
-#include "extract.h"
+#include "c_interface.h"
 #include "printable.h"
 
 #include <algorithm>
@@ -9,11 +9,10 @@ namespace nfc_ndef::values {
 
 namespace {
 
-Content read_content(const nfc_ndef_record &record, const Nesting &nesting)
+Content read_content(const nfc_ndef_record_view &record, const Nesting &nesting)
 {
     Content content;
-    const nfc_ndef_record_type &type = record.record_type;
-    AllKinds::of_type(type.format, text_of({type.name, type.name_length}), [&]<class T>(std::type_identity<T>) {
+    AllKinds::of_type(record.format, text_of(view_of(record.type)), [&]<class T>(std::type_identity<T>) {
         if (std::optional<T> read = Kind<T>::read(record, nesting))
             content = std::move(*read);
         else
@@ -22,24 +21,36 @@ Content read_content(const nfc_ndef_record &record, const Nesting &nesting)
     return content;
 }
 
-// The type and payload that the library made.
-Record copied(const nfc_ndef_record &record)
+// The bytes of a record, with a payload in one piece.
+Record copied(const nfc_ndef_record_view &record)
 {
     Record copy;
-    copy.format = record.record_type.format;
-    copy.type = copy_of(record.record_type.name, record.record_type.name_length);
-    copy.id = copy_of(record.id, record.id_length);
-    copy.payload = copy_of(record.payload, record.payload_length);
+    copy.format = record.format;
+    copy.type = bytes_of(record.type);
+    copy.id = bytes_of(record.id);
+    copy.payload = joined_payload(record);
     return copy;
 }
 
 } // namespace
 
-Record decode(const nfc_ndef_record &record, const Nesting &nesting)
+Record decode(const nfc_ndef_record_view &record, const Nesting &nesting)
 {
     Record decoded = copied(record);
-    decoded.content = nesting.enter() ? read_content(record, nesting) : Generic{.unopened = true};
+    if (!nesting.enter()) {
+        decoded.content = Generic{.unopened = true};
+        return decoded;
+    }
+    nfc_ndef_record_view whole = record;
+    whole.payload = bytes_view(decoded.payload);
+    whole.chunks = {};
+    decoded.content = read_content(whole, nesting);
     return decoded;
+}
+
+Record decode(const nfc_ndef_record &record, const Nesting &nesting)
+{
+    return decode(nfc_ndef_record_view_of(&record), nesting);
 }
 
 Records decode(const nfc_ndef_msg &message, const Nesting &nesting)
@@ -51,17 +62,22 @@ Records decode(const nfc_ndef_msg &message, const Nesting &nesting)
     return records;
 }
 
+Records decode(nfc_ndef_msg_view message, const Nesting &nesting)
+{
+    Records records;
+    nfc_ndef_record_view record;
+    while (nfc_ndef_msg_view_next(&message, &record))
+        records.push_back(decode(record, nesting));
+    return records;
+}
+
 std::optional<Records> decode(ByteView message, const Nesting &nesting)
 {
-    if (message.empty() || message.size() > UINT32_MAX || !nesting.reachable())
+    nfc_ndef_msg_view view;
+    const bool reachable = message.size() <= UINT32_MAX && nesting.reachable();
+    if (!reachable || !nfc_ndef_msg_view_open(bytes_view(message), &view, nullptr))
         return std::nullopt;
-    const auto length = static_cast<uint32_t>(message.size());
-    const Message parsed(nfc_ndef_msg_create_by_msg_offset(message.data(), 0, length));
-    if (parsed)
-        return decode(*parsed, nesting);
-    if (nfc_ndef_msg_check(message.data(), 0, length, nullptr) == 1)
-        throw std::bad_alloc();
-    return std::nullopt;
+    return decode(view, nesting);
 }
 
 nfc_ndef::Record make(const Content &content)
@@ -80,7 +96,7 @@ std::optional<Record> build(Content content, Bytes id)
     const nfc_ndef::Record built = make(content);
     if (!built)
         return std::nullopt;
-    Record record = copied(*built);
+    Record record = copied(nfc_ndef_record_view_of(built.get()));
     record.id = std::move(id);
     record.content = std::move(content);
     return record;
@@ -175,35 +191,11 @@ bool LentRecords::ok() const
     return fit_in_a_byte(pointers_.size()) && std::ranges::find(pointers_, nullptr) == pointers_.end();
 }
 
-OptionalRecord nested(const nfc_ndef::Record &record, const Nesting &nesting)
+Bytes joined_payload(const nfc_ndef_record_view &record)
 {
-    return record ? OptionalRecord(decode(*record, nesting.inner())) : OptionalRecord();
-}
-
-Records nested(const Array<nfc_ndef::Record> &records, const Nesting &nesting)
-{
-    Records decoded;
-    for (const nfc_ndef_record *record : records)
-        decoded.push_back(decode(*record, nesting.inner()));
-    return decoded;
-}
-
-Records others_in(const nfc_ndef_record &record, size_t prefix, std::initializer_list<std::string_view> taken,
-                  const Nesting &nesting)
-{
-    Records others;
-    if (record.payload_length <= prefix)
-        return others;
-    const auto at = static_cast<uint32_t>(prefix);
-    const Message message(nfc_ndef_msg_create_by_msg_offset(record.payload, at, record.payload_length - at));
-    const uint8_t count = nfc_ndef_msg_get_number_of_records(message.get());
-    for (uint8_t i = 0; i < count; ++i) {
-        const nfc_ndef_record &inner = *nfc_ndef_msg_get_record_by_index(message.get(), i);
-        const std::string_view name = text_of({inner.record_type.name, inner.record_type.name_length});
-        if (inner.record_type.format != NFC_NDEF_TNF_WELL_KNOWN || std::ranges::find(taken, name) == taken.end())
-            others.push_back(decode(inner, nesting.inner()));
-    }
-    return others;
+    Bytes payload(record.payload_length);
+    nfc_ndef_record_view_join(&record, payload.data(), record.payload_length);
+    return payload;
 }
 
 nfc_ndef::Record to_handle(const OptionalRecord &record) { return record ? to_handle(*record) : nullptr; }

@@ -22,11 +22,13 @@ struct Record {
 };
 
 // Reads a record and those nested in it.
+Record decode(const nfc_ndef_record_view &record, const Nesting &nesting = {});
 Record decode(const nfc_ndef_record &record, const Nesting &nesting = {});
 Records decode(const nfc_ndef_msg &message, const Nesting &nesting = {});
 
-// Reads the records of a whole message; none when the bytes are not one (nfc_ndef_msg_check() tells why). Throws
-// std::bad_alloc.
+Records decode(nfc_ndef_msg_view message, const Nesting &nesting = {}); // those that were not handed out yet
+
+// Reads the records of a whole message; none when the bytes are not one (nfc_ndef_msg_check() tells why).
 std::optional<Records> decode(ByteView message, const Nesting &nesting = {});
 
 // Makes a record of this content, which is not Generic; none when the values do not make one.

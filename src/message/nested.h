@@ -68,7 +68,7 @@ private:
     void mark_taken(Part &part);
 
     Scan scan_;
-    std::array<Part, Scan::most_read> parts_; // the first size_ are set
+    std::array<Part, most_read> parts_; // the first size_ are set
     uint8_t size_ = 0;
     uint8_t left_ = 0;                            // not taken
     std::array<uint8_t, most_types + 1> count_{}; // of the parts not taken, by type

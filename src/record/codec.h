@@ -118,6 +118,9 @@ constexpr bool is_named(uint8_t flags)
     return {NFC_NDEF_MSG_VALID, 0};
 }
 
+// The same where there is no haste, so that there is one copy of it.
+Fault find_record_apart(Reader &in, RecordView &record);
+
 constexpr uint32_t longest_short_payload = 255;
 constexpr uint64_t longest_record = INT32_MAX;
 
@@ -148,9 +151,9 @@ inline uint8_t framing_bits(const nfc_ndef_record &record)
     return static_cast<uint8_t>((record.mb ? mb_bit : 0) | (record.me ? me_bit : 0) | (record.cf ? cf_bit : 0));
 }
 
-// Writes a record that has a length; `framing` holds the MB, ME and CF bits.
-template <class Out> [[gnu::always_inline]] inline void
-nfc_ndef_record_write_to_byte_array(const nfc_ndef_record &record, Out &out, uint8_t framing)
+// Writes what comes before the payload of a record that has a length; `framing` holds the MB, ME and CF bits.
+template <class Out>
+[[gnu::always_inline]] inline void write_header(const nfc_ndef_record &record, Out &out, uint8_t framing)
 {
     const nfc_ndef_record_type &type = record.record_type;
     const bool is_short = record.payload_length <= longest_short_payload;
@@ -164,9 +167,19 @@ nfc_ndef_record_write_to_byte_array(const nfc_ndef_record &record, Out &out, uin
     }
     if (record.id)
         out.u8(record.id_length);
-    out.bytes({type.name, type.name_length})
-        .bytes({record.id, record.id_length})
-        .bytes({record.payload, record.payload_length});
+    out.bytes({type.name, type.name_length}).bytes({record.id, record.id_length});
 }
+
+// As above, with the payload.
+template <class Out> [[gnu::always_inline]] inline void
+nfc_ndef_record_write_to_byte_array(const nfc_ndef_record &record, Out &out, uint8_t framing)
+{
+    write_header(record, out, framing);
+    out.bytes({record.payload, record.payload_length});
+}
+
+// The same where there is no haste, so that there is one copy of it.
+void write_header_apart(const nfc_ndef_record &record, Writer &out, uint8_t framing);
+void write_record_apart(const nfc_ndef_record &record, Writer &out, uint8_t framing);
 
 } // namespace ndef

@@ -28,4 +28,13 @@ private:
     ByteView name_;
 };
 
+// The position of the first of several keys that a type matches; their number when it matches none.
+inline size_t position_of(const CandidateType &candidate, std::span<const KnownType> keys)
+{
+    size_t position = 0;
+    while (position < keys.size() && !candidate.matches(keys[position]))
+        ++position;
+    return position;
+}
+
 } // namespace ndef

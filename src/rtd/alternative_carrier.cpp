@@ -1,5 +1,6 @@
 // Alternative Carrier record: NFC Forum Connection Handover 1.2.
 #include "record/build.h"
+#include "record/payload_report.h"
 #include "rtd/result.h"
 
 using namespace ndef;
@@ -15,12 +16,14 @@ bool is_reference_character(uint8_t c)
            c == '_' || c == '~';
 }
 
-bool is_reference(ByteView reference)
+// How many characters there are before the first that is not allowed where it stands.
+size_t clean_length(ByteView reference)
 {
-    for (const uint8_t c : reference)
-        if (!is_reference_character(c))
-            return false;
-    return reference.empty() || reference[0] != '~';
+    size_t length = 0;
+    while (length < reference.size() && is_reference_character(reference[length]) &&
+           (length != 0 || reference[length] != '~'))
+        ++length;
+    return length;
 }
 
 // The auxiliary references under construction: dropped with all their blocks unless they are released.
@@ -83,40 +86,80 @@ nfc_ndef_record *rtdlib_alternative_carrier_record_create(uint32_t cps, uint8_t 
                                     : lone_record_of(known::alternative_carrier, laid_out(layout, length)).release();
 }
 
+uint8_t nfc_ndef_alternative_carrier_read(nfc_ndef_bytes payload, nfc_ndef_alternative_carrier *carrier,
+                                          nfc_ndef_payload_report *report)
+{
+    const ByteView bytes = bytes_of(payload);
+    const Verdict verdict(bytes, report);
+    *carrier = {};
+    Reader in(bytes);
+    const uint8_t flags = in.u8();
+    if (!in.ok())
+        return verdict.refused(NFC_NDEF_PAYLOAD_EMPTY);
+    carrier->power_state = flags & power_state_bits;
+    const ByteView reference = in.take(in.u8());
+    if (!in.ok())
+        return verdict.refused(NFC_NDEF_PAYLOAD_FIELD_PAST_END, bytes.size() < 2 ? 1 : 2);
+    carrier->reference = lent(reference);
+    const uint8_t count = in.u8();
+    const Reader auxiliary = in;
+    for (uint8_t i = 0; i < count; ++i) {
+        const size_t offset = bytes.size() - in.left();
+        in.take(in.u8());
+        if (!in.ok())
+            return verdict.refused(NFC_NDEF_PAYLOAD_FIELD_PAST_END, offset);
+    }
+    if (!in.ok())
+        return verdict.refused(NFC_NDEF_PAYLOAD_FIELD_PAST_END);
+    const size_t clean = clean_length(reference);
+    if (clean != reference.size())
+        return verdict.refused(NFC_NDEF_PAYLOAD_REFERENCE_CHARACTER, reference.data() + clean);
+    carrier->auxiliary_count = count;
+    carrier->auxiliary = lent(Reader(auxiliary).take(auxiliary.left() - in.left()));
+    return verdict.valid();
+}
+
+uint8_t nfc_ndef_alternative_carrier_next(nfc_ndef_alternative_carrier *carrier, nfc_ndef_bytes *reference)
+{
+    Reader in(bytes_of(carrier->auxiliary));
+    const ByteView found = in.take(in.u8());
+    if (!in.ok())
+        return 0;
+    *reference = lent(found);
+    carrier->auxiliary = lent(in.rest());
+    --carrier->auxiliary_count;
+    return 1;
+}
+
 int8_t rtdlib_alternative_carrier_record_extract(const nfc_ndef_record *record, uint32_t *cps,
                                                  uint8_t *carrier_data_ref_length, uint8_t **carrier_data_ref,
                                                  uint8_t *aux_data_ref_count, uint8_t **aux_data_ref_lengths,
                                                  uint8_t ***aux_data_refs)
 {
-    Reader payload(payload_of(record));
-    const uint8_t flags = payload.u8();
-    const uint8_t length = payload.u8();
-    const ByteView reference = payload.take(length);
-    const uint8_t count = payload.u8();
-    const Reader auxiliary = payload;
-    for (uint8_t i = 0; i < count; ++i)
-        payload.take(payload.u8());
-    if (!payload.ok())
+    nfc_ndef_alternative_carrier view;
+    nfc_ndef_payload_report report;
+    const bool valid = nfc_ndef_alternative_carrier_read(lent(payload_of(record)), &view, &report);
+    if (!valid && report.reason != NFC_NDEF_PAYLOAD_REFERENCE_CHARACTER)
         return failure;
 
-    *cps = flags & power_state_bits;
-    *carrier_data_ref_length = length;
+    *cps = view.power_state;
+    *carrier_data_ref_length = static_cast<uint8_t>(view.reference.length);
     *carrier_data_ref = nullptr;
-    if (!is_reference(reference))
+    if (!valid)
         return failure;
 
+    const uint8_t count = view.auxiliary_count;
     *aux_data_ref_count = 0;
     uint8_t *reference_copy = nullptr;
-    if (!copy_to(reference_copy, reference))
+    if (!copy_to(reference_copy, bytes_of(view.reference)))
         return failure;
     Block<uint8_t> reference_owner{reference_copy};
     if (count != 0) {
         *aux_data_ref_lengths = nullptr;
         *aux_data_refs = nullptr;
         References references(count);
-        Reader in = auxiliary;
-        for (uint8_t i = 0; i < count; ++i)
-            if (!references.add(in.take(in.u8())))
+        for (nfc_ndef_bytes reference; nfc_ndef_alternative_carrier_next(&view, &reference);)
+            if (!references.add(bytes_of(reference)))
                 return failure;
         references.release(aux_data_ref_lengths, aux_data_refs);
     }

@@ -1,5 +1,6 @@
 // Text record: NFC Forum Text RTD 1.0.
 #include "record/build.h"
+#include "record/payload_report.h"
 #include "rtd/result.h"
 
 using namespace ndef;
@@ -21,22 +22,39 @@ nfc_ndef_record *rtdlib_text_record_create(uint8_t utf16, uint8_t language_code_
     return record_of(known::text, laid_out(layout)).release();
 }
 
+uint8_t nfc_ndef_text_read(nfc_ndef_bytes payload, nfc_ndef_text *text, nfc_ndef_payload_report *report)
+{
+    const ByteView bytes = bytes_of(payload);
+    const Verdict verdict(bytes, report);
+    *text = {};
+    Reader in(bytes);
+    const uint8_t status = in.u8();
+    if (!in.ok())
+        return verdict.refused(NFC_NDEF_PAYLOAD_EMPTY);
+    text->utf16 = (status & utf16_bit) != 0;
+    const ByteView language = in.take(status & language_length_bits);
+    if (!in.ok())
+        return verdict.refused(NFC_NDEF_PAYLOAD_FIELD_PAST_END, 1);
+    text->language = lent(language);
+    text->text = lent(in.rest());
+    return text->text.length != 0 ? verdict.valid() : verdict.refused(NFC_NDEF_PAYLOAD_NO_TEXT);
+}
+
 int8_t rtdlib_text_record_extract(const nfc_ndef_record *record, uint8_t *utf16, uint8_t *language_code_length,
                                   uint8_t **language_code, uint32_t *text_length, uint8_t **text)
 {
-    Reader payload(payload_of(record));
-    const uint8_t status = payload.u8();
-    if (!payload.ok())
+    const ByteView payload = payload_of(record);
+    nfc_ndef_text view;
+    const bool valid = nfc_ndef_text_read(lent(payload), &view, nullptr);
+    if (payload.empty())
         return failure;
-    *utf16 = (status & utf16_bit) != 0;
-    *language_code_length = status & language_length_bits;
-    const ByteView language = payload.take(*language_code_length);
-    const ByteView rest = payload.rest();
-    if (rest.empty())
+    *utf16 = view.utf16;
+    *language_code_length = payload[0] & language_length_bits;
+    if (!valid)
         return failure;
-    if (!language.empty())
-        *language_code = copy_of(language).release();
-    *text_length = static_cast<uint32_t>(rest.size());
-    *text = copy_of(rest).release();
+    if (view.language.length != 0)
+        *language_code = copy_of(bytes_of(view.language)).release();
+    *text_length = static_cast<uint32_t>(view.text.length);
+    *text = copy_of(bytes_of(view.text)).release();
     return success;
 }

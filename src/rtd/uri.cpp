@@ -1,15 +1,17 @@
-// URI record: NFC Forum URI RTD 1.0. The table of prefixes is the caller's business.
+// URI record: NFC Forum URI RTD 1.0. Builder and extractor leave the prefixes to the caller.
 #include "record/build.h"
+#include "record/payload_report.h"
 #include "rtd/result.h"
 
 using namespace ndef;
 
-static bool has_control_byte(ByteView uri_field)
+// How many bytes there are before the first control character.
+static size_t clean_length(ByteView uri_field)
 {
-    for (const uint8_t byte : uri_field)
-        if (byte < 0x20)
-            return true;
-    return false;
+    size_t length = 0;
+    while (length < uri_field.size() && uri_field[length] >= 0x20)
+        ++length;
+    return length;
 }
 
 nfc_ndef_record *rtdlib_uri_record_create(uint8_t identifier_code, uint32_t uri_field_length, const uint8_t *uri_field)
@@ -17,26 +19,40 @@ nfc_ndef_record *rtdlib_uri_record_create(uint8_t identifier_code, uint32_t uri_
     if ((uri_field != nullptr) != (uri_field_length != 0) || uri_field_length == UINT32_MAX)
         return nullptr;
     const ByteView field{uri_field, uri_field_length};
-    if (has_control_byte(field))
+    if (clean_length(field) != field.size())
         return nullptr;
     return record_of(known::uri, laid_out([&](auto &out) { out.u8(identifier_code).bytes(field); })).release();
+}
+
+uint8_t nfc_ndef_uri_read(nfc_ndef_bytes payload, nfc_ndef_uri *uri, nfc_ndef_payload_report *report)
+{
+    const ByteView bytes = bytes_of(payload);
+    const Verdict verdict(bytes, report);
+    Reader in(bytes);
+    const uint8_t code = in.u8();
+    *uri = {.prefix = nfc_ndef_uri_prefix(code), .field = {}, .identifier_code = code};
+    if (!in.ok())
+        return verdict.refused(NFC_NDEF_PAYLOAD_EMPTY);
+    const ByteView field = in.rest();
+    const size_t clean = clean_length(field);
+    if (clean != field.size())
+        return verdict.refused(NFC_NDEF_PAYLOAD_CONTROL_CHARACTER, 1 + clean);
+    uri->field = lent(field);
+    return verdict.valid();
 }
 
 int8_t rtdlib_uri_record_extract(const nfc_ndef_record *record, uint8_t *identifier_code, uint8_t **uri_field,
                                  uint32_t *uri_field_length)
 {
-    Reader payload(payload_of(record));
-    const uint8_t code = payload.u8();
-    if (!payload.ok())
+    const ByteView payload = payload_of(record);
+    nfc_ndef_uri view;
+    const bool valid = nfc_ndef_uri_read(lent(payload), &view, nullptr);
+    if (payload.empty())
         return failure;
-    const ByteView field = payload.rest();
-    *identifier_code = code;
+    *identifier_code = view.identifier_code;
     *uri_field = nullptr;
-    *uri_field_length = 0;
-    if (has_control_byte(field))
-        return failure;
-    *uri_field_length = static_cast<uint32_t>(field.size());
-    if (!field.empty())
-        *uri_field = copy_of(field).release();
-    return success;
+    *uri_field_length = static_cast<uint32_t>(view.field.length);
+    if (view.field.length != 0)
+        *uri_field = copy_of(bytes_of(view.field)).release();
+    return valid ? success : failure;
 }

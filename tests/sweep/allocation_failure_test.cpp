@@ -256,14 +256,15 @@ TEST(AllocationFailure, GivesTheStatedResultAndLeavesNothingBehind)
     }
 }
 
-// The functions of the public headers.
+// The functions of the public headers, but for those that read in place: they never allocate, as their tests see.
 std::set<std::string> declared()
 {
     std::set<std::string> names;
     const std::regex declaration("NFC_NDEF_API [^;(]*[ *](\\w+)\\(");
     for (const auto &file : std::filesystem::directory_iterator(PUBLIC_HEADERS)) {
         std::string line, code;
-        for (std::ifstream header(file.path()); file.path().extension() == ".h" && std::getline(header, line);)
+        const bool owning = file.path().extension() == ".h" && file.path().filename() != "nfc_ndef_view.h";
+        for (std::ifstream header(file.path()); owning && std::getline(header, line);)
             code += line.starts_with('#') ? "" : line + ' ';
         for (std::sregex_iterator name(code.begin(), code.end(), declaration); name != std::sregex_iterator(); ++name)
             names.insert((*name)[1]);

@@ -1,6 +1,7 @@
 // What from_json() takes.
 #include "../json.h"
 
+#include "../c_interface.h"
 #include "../printable.h"
 #include "text.h"
 
@@ -352,11 +353,11 @@ Record generic_of(JsonReader &fields)
 // What a payload reads as; none when its reader refuses it. `alone` is a record that is a message of its own.
 template <class T> std::optional<T> read(const Record &record, bool alone)
 {
-    const nfc_ndef::Record handle = to_handle(record);
-    if (!handle)
-        return std::nullopt;
-    handle->mb = handle->me = alone;
-    return Kind<T>::read(*handle, Nesting());
+    nfc_ndef_record_view view{};
+    view.payload = bytes_view(record.payload);
+    view.payload_length = static_cast<uint32_t>(view.payload.length);
+    view.flags = alone ? NFC_NDEF_FLAG_MB | NFC_NDEF_FLAG_ME : 0;
+    return Kind<T>::read(view, Nesting());
 }
 
 template <class T> Record typed_of(JsonReader &fields, bool alone)

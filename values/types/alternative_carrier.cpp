@@ -1,24 +1,20 @@
 #include "alternative_carrier.h"
 
-#include "../extract.h"
+#include "../c_interface.h"
 
 #include <fmt/format.h>
 
 namespace nfc_ndef::values {
 
-std::optional<AlternativeCarrier> Kind<AlternativeCarrier>::read(const nfc_ndef_record &record, const Nesting &)
+std::optional<AlternativeCarrier> Kind<AlternativeCarrier>::read(const nfc_ndef_record_view &record, const Nesting &)
 {
-    uint32_t cps = 0;
-    uint8_t length = 0;
-    Block<> reference, lengths;
-    Array<Block<>> auxiliary;
-    const int8_t result = rtdlib_alternative_carrier_record_extract(
-        &record, &cps, &length, out(reference), auxiliary.out_count(), out(lengths), auxiliary.out());
-    if (result != 1)
+    nfc_ndef_alternative_carrier read;
+    if (!nfc_ndef_alternative_carrier_read(record.payload, &read, nullptr))
         return std::nullopt;
-    AlternativeCarrier carrier{static_cast<uint8_t>(cps), copy_of<std::string>(reference, length), {}};
-    for (size_t i = 0; i < auxiliary.size(); ++i)
-        carrier.aux_data_refs.push_back(copy_of<std::string>(auxiliary[i], lengths[i]));
+    AlternativeCarrier carrier{read.power_state, string_of(read.reference), {}};
+    nfc_ndef_bytes auxiliary;
+    while (nfc_ndef_alternative_carrier_next(&read, &auxiliary))
+        carrier.aux_data_refs.push_back(string_of(auxiliary));
     return carrier;
 }
 

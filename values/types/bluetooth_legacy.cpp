@@ -1,7 +1,7 @@
 #include "bluetooth_legacy.h"
 
 #include "../bluetooth/structures.h"
-#include "../extract.h"
+#include "../c_interface.h"
 
 #include <fmt/format.h>
 
@@ -11,18 +11,13 @@ namespace nfc_ndef::values {
 
 constinit const Type Kind<BluetoothLegacy>::type = external(VENDOR_DOMAIN ":bt");
 
-std::optional<BluetoothLegacy> Kind<BluetoothLegacy>::read(const nfc_ndef_record &record, const Nesting &)
+std::optional<BluetoothLegacy> Kind<BluetoothLegacy>::read(const nfc_ndef_record_view &record, const Nesting &)
 {
-    nfc_ndef::BluetoothLegacy fields;
-    if (rtdlib_bt_configuration_data_record_extract(&record, out(fields)) != 1)
+    nfc_ndef_bt_legacy fields;
+    if (!nfc_ndef_bt_legacy_read(record.payload, &fields, nullptr))
         return std::nullopt;
-    BluetoothLegacy bluetooth;
-    std::ranges::copy(fields->device_address, bluetooth.device_address.begin());
-    std::ranges::copy(fields->class_of_device, bluetooth.class_of_device.begin());
-    bluetooth.pairing_type = fields->pairing_type;
-    bluetooth.pairing_data = copy_of(fields->pairing_data, fields->pairing_data_length);
-    bluetooth.local_name = copy_of<std::string>(fields->local_name, fields->local_name_length);
-    return bluetooth;
+    return BluetoothLegacy{std::to_array(fields.device_address), std::to_array(fields.class_of_device),
+                           fields.pairing_type, bytes_of(fields.pairing_data), string_of(fields.local_name)};
 }
 
 nfc_ndef::Record Kind<BluetoothLegacy>::make(const BluetoothLegacy &bluetooth)

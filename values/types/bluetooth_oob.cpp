@@ -1,7 +1,7 @@
 #include "bluetooth_oob.h"
 
 #include "../bluetooth/structures.h"
-#include "../extract.h"
+#include "../c_interface.h"
 
 #include <algorithm>
 
@@ -11,52 +11,36 @@ namespace {
 
 constexpr size_t first_structure = 8; // behind the length and the address
 
-// What the extractor drops: the types of the name and of the UUID lists, and whether there is a class of device. The
-// payload is one that it accepted: no structure runs past the end, and none of these is there twice.
-void read_types(ByteView payload, BluetoothOob &bluetooth, const uint8_t (&device_class)[3])
-{
-    Structures structures(payload.subspan(first_structure));
-    while (const auto structure = structures.next()) {
-        const uint8_t type = structure->type;
-        if (type == 0x0D)
-            std::ranges::copy(device_class, bluetooth.class_of_device.emplace().begin());
-        else if (structure->data.empty())
-            continue; // an empty name or list, beside which there may be another
-        else if (type == 2 || type == 3)
-            bluetooth.uuid16_list_type = type;
-        else if (type == 4 || type == 5)
-            bluetooth.uuid32_list_type = type;
-        else if (type == 6 || type == 7)
-            bluetooth.uuid128_list_type = type;
-        else if (type == 8 || type == 9)
-            bluetooth.local_name_type = type;
-    }
-}
-
+// The type of a list or a name: one that is not said stands for a complete one.
 uint8_t type_or(uint8_t type, uint8_t complete, bool present) { return !present ? 0 : type == 0 ? complete : type; }
 
 } // namespace
 
-std::optional<BluetoothOob> Kind<BluetoothOob>::read(const nfc_ndef_record &record, const Nesting &)
+std::optional<BluetoothOob> Kind<BluetoothOob>::read(const nfc_ndef_record_view &record, const Nesting &)
 {
-    nfc_ndef::BluetoothOob fields;
-    if (rtdlib_bt_2_1_configuration_data_record_extract(&record, out(fields)) != 1)
+    nfc_ndef_bt_oob read;
+    if (!nfc_ndef_bt_oob_read(record.payload, &read, nullptr))
         return std::nullopt;
     BluetoothOob bluetooth;
-    std::ranges::copy(fields->device_address, bluetooth.device_address.begin());
-    bluetooth.local_name = copy_of<std::string>(fields->local_name, fields->local_name_length);
-    bluetooth.hash_c = copy_of(fields->hash_c, fields->hash_c_length);
-    bluetooth.randomizer_r = copy_of(fields->randomizer_r, fields->randomizer_r_length);
-    bluetooth.uuid16_list = copy_of(fields->uuid16_list, fields->uuid16_list_length);
-    bluetooth.uuid32_list = copy_of(fields->uuid32_list, fields->uuid32_list_length);
-    bluetooth.uuid128_list = copy_of(fields->uuid128_list, fields->uuid128_list_length);
-    for (uint8_t i = 0; i < fields->manufacturer_data_count; ++i) {
-        ManufacturerData entry;
-        std::copy_n(fields->manufacturer_ids[i], entry.manufacturer_id.size(), entry.manufacturer_id.begin());
-        entry.data = copy_of(fields->manufacturer_data[i], fields->manufacturer_data_lengths[i]);
-        bluetooth.manufacturer_data.push_back(std::move(entry));
-    }
-    read_types({record.payload, record.payload_length}, bluetooth, fields->class_of_device);
+    bluetooth.device_address = std::to_array(read.device_address);
+    if (read.has_class_of_device)
+        bluetooth.class_of_device = std::to_array(read.class_of_device);
+    bluetooth.local_name_type = type_or(read.local_name_type, 0, read.local_name.length != 0);
+    bluetooth.local_name = string_of(read.local_name);
+    bluetooth.hash_c = bytes_of(read.hash_c);
+    bluetooth.randomizer_r = bytes_of(read.randomizer_r);
+    bluetooth.uuid16_list_type = type_or(read.uuid16_list_type, 0, read.uuid16_list.length != 0);
+    bluetooth.uuid16_list = bytes_of(read.uuid16_list);
+    bluetooth.uuid32_list_type = type_or(read.uuid32_list_type, 0, read.uuid32_list.length != 0);
+    bluetooth.uuid32_list = bytes_of(read.uuid32_list);
+    bluetooth.uuid128_list_type = type_or(read.uuid128_list_type, 0, read.uuid128_list.length != 0);
+    bluetooth.uuid128_list = bytes_of(read.uuid128_list);
+    nfc_ndef_eir structure;
+    while (nfc_ndef_bt_oob_next(&read, &structure))
+        if (structure.type == 0xFF) {
+            const ByteView data = view_of(structure.data);
+            bluetooth.manufacturer_data.push_back({{data[0], data[1]}, Bytes(data.begin() + 2, data.end())});
+        }
     return bluetooth;
 }
 

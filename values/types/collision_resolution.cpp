@@ -4,11 +4,12 @@
 
 namespace nfc_ndef::values {
 
-std::optional<CollisionResolution> Kind<CollisionResolution>::read(const nfc_ndef_record &record, const Nesting &)
+std::optional<CollisionResolution> Kind<CollisionResolution>::read(const nfc_ndef_record_view &record, const Nesting &)
 {
-    CollisionResolution resolution;
-    const int8_t result = rtdlib_collision_resolution_record_extract(&record, &resolution.random_number);
-    return result == 1 ? std::optional(resolution) : std::nullopt;
+    nfc_ndef_collision_resolution read;
+    if (!nfc_ndef_collision_resolution_read(record.payload, &read, nullptr))
+        return std::nullopt;
+    return CollisionResolution{read.random_number};
 }
 
 nfc_ndef::Record Kind<CollisionResolution>::make(const CollisionResolution &resolution)

@@ -1,37 +1,54 @@
 #include "generic_control.h"
 
-#include "../extract.h"
+#include "../c_interface.h"
 
 #include <fmt/format.h>
 
 namespace nfc_ndef::values {
 
-std::optional<GenericControl> Kind<GenericControl>::read(const nfc_ndef_record &record, const Nesting &nesting)
+namespace {
+
+// The record behind the flag of an action record, which may itself have come in chunks.
+void read_action_record(const nfc_ndef_record_view &action, GenericControl &control, const Nesting &nesting)
 {
-    // Of an absent action nothing is written; of a present one, either another flag or a code of 8 bits is.
-    constexpr uint8_t no_flag = 0xFF;
-    constexpr uint32_t no_code = UINT32_MAX;
-    uint32_t config = 0, code = no_code;
-    uint8_t flag = no_flag;
-    nfc_ndef::Record target, action, data;
-    Array<nfc_ndef::Record> controls;
-    const int8_t result = rtdlib_generic_control_record_extract(
-        &record, &config, out(target), &flag, &code, out(action), out(data), controls.out_count(), controls.out());
-    if (result != 1)
+    const Bytes payload = joined_payload(action);
+    nfc_ndef_record_view record;
+    if (!nfc_ndef_record_view_read(bytes_view(ByteView(payload).subspan(1)), &record, nullptr))
+        return;
+    control.action_record = decode(record, nesting.inner());
+    control.action_record_flags = {(record.flags & NFC_NDEF_FLAG_MB) != 0, (record.flags & NFC_NDEF_FLAG_ME) != 0,
+                                   (record.flags & NFC_NDEF_FLAG_CF) != 0};
+}
+
+} // namespace
+
+std::optional<GenericControl> Kind<GenericControl>::read(const nfc_ndef_record_view &record, const Nesting &nesting)
+{
+    nfc_ndef_generic_control read;
+    if (!nfc_ndef_generic_control_read(record.payload, &read, nullptr))
         return std::nullopt;
     GenericControl control;
-    control.config = static_cast<uint8_t>(config);
-    control.target_record = nested(target, nesting);
-    if (flag != no_flag || code != no_code)
-        control.action_flag = flag;
-    if (code != no_code)
-        control.action_code = static_cast<uint8_t>(code);
-    control.action_record = nested(action, nesting);
-    if (action)
-        control.action_record_flags = {action->mb != 0, action->me != 0, action->cf != 0};
-    control.data_record = nested(data, nesting);
-    control.gc_records = nested(controls, nesting);
-    control.other_records = others_in(record, *nested_at, {"t", "a", "d", "Gc"}, nesting);
+    control.config = read.config;
+    if (read.has_action)
+        control.action_flag = read.action_flag;
+    control.action_code = read.action_code;
+    nfc_ndef_record_view inner;
+    while (const uint32_t part = nfc_ndef_generic_control_next(&read, &inner)) {
+        if (part == NFC_NDEF_GENERIC_CONTROL_ACTION) {
+            if (read.action_flag == 0)
+                read_action_record(inner, control, nesting);
+            continue;
+        }
+        Record decoded = decode(inner, nesting.inner());
+        if (part == NFC_NDEF_GENERIC_CONTROL_TARGET)
+            control.target_record = std::move(decoded);
+        else if (part == NFC_NDEF_GENERIC_CONTROL_DATA)
+            control.data_record = std::move(decoded);
+        else if (part == NFC_NDEF_GENERIC_CONTROL_NESTED)
+            control.gc_records.push_back(std::move(decoded));
+        else
+            control.other_records.push_back(std::move(decoded));
+    }
     return control;
 }
 

@@ -1,23 +1,18 @@
 #include "handover_carrier.h"
 
-#include "../extract.h"
+#include "../c_interface.h"
 #include "../printable.h"
 
 #include <fmt/format.h>
 
 namespace nfc_ndef::values {
 
-std::optional<HandoverCarrier> Kind<HandoverCarrier>::read(const nfc_ndef_record &record, const Nesting &)
+std::optional<HandoverCarrier> Kind<HandoverCarrier>::read(const nfc_ndef_record_view &record, const Nesting &)
 {
-    uint32_t ctf = 0;
-    uint8_t type_length = 0, data_length = 0;
-    Block<> name, data;
-    const int8_t result =
-        rtdlib_handover_carrier_record_extract(&record, &ctf, &type_length, out(name), &data_length, out(data));
-    if (result != 1)
+    nfc_ndef_handover_carrier carrier;
+    if (!nfc_ndef_handover_carrier_read(record.payload, &carrier, nullptr))
         return std::nullopt;
-    return HandoverCarrier{static_cast<uint8_t>(ctf), copy_of<std::string>(name, type_length),
-                           copy_of(data, data_length)};
+    return HandoverCarrier{carrier.format, string_of(carrier.type), bytes_of(carrier.data)};
 }
 
 nfc_ndef::Record Kind<HandoverCarrier>::make(const HandoverCarrier &carrier)

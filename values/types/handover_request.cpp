@@ -1,23 +1,28 @@
 #include "handover_request.h"
 
-#include "../extract.h"
+#include "../c_interface.h"
 #include "../printable.h"
 
 namespace nfc_ndef::values {
 
-std::optional<HandoverRequest> Kind<HandoverRequest>::read(const nfc_ndef_record &record, const Nesting &nesting)
+std::optional<HandoverRequest> Kind<HandoverRequest>::read(const nfc_ndef_record_view &record, const Nesting &nesting)
 {
-    HandoverRequest request;
-    nfc_ndef::Record collision;
-    Array<nfc_ndef::Record> carriers;
-    const int8_t result = rtdlib_handover_request_record_extract(&record, out(collision), carriers.out_count(),
-                                                                 carriers.out(), &request.version);
-    if (result != 1)
+    nfc_ndef_handover read;
+    if (!nfc_ndef_handover_request_read(record.payload, &read, nullptr))
         return std::nullopt;
-    request.cr_record = nested(collision, nesting);
-    request.ac_records = nested(carriers, nesting);
-    request.other_records = collision ? others_in(record, *nested_at, {"ac", "cr"}, nesting)
-                                      : others_in(record, *nested_at, {"ac"}, nesting);
+    HandoverRequest request;
+    request.version = read.version;
+    const bool has_cr = read.collision.type.length != 0;
+    nfc_ndef_record_view inner;
+    while (nfc_ndef_msg_view_next(&read.message, &inner)) {
+        Record decoded = decode(inner, nesting.inner());
+        if (Kind<AlternativeCarrier>::type.matches(inner.format, text_of(decoded.type)))
+            request.ac_records.push_back(std::move(decoded));
+        else if (has_cr && Kind<CollisionResolution>::type.matches(inner.format, text_of(decoded.type)))
+            request.cr_record = std::move(decoded);
+        else
+            request.other_records.push_back(std::move(decoded));
+    }
     return request;
 }
 

@@ -1,23 +1,28 @@
 #include "handover_select.h"
 
-#include "../extract.h"
+#include "../c_interface.h"
 #include "../printable.h"
 
 namespace nfc_ndef::values {
 
-std::optional<HandoverSelect> Kind<HandoverSelect>::read(const nfc_ndef_record &record, const Nesting &nesting)
+std::optional<HandoverSelect> Kind<HandoverSelect>::read(const nfc_ndef_record_view &record, const Nesting &nesting)
 {
-    HandoverSelect select;
-    nfc_ndef::Record error;
-    Array<nfc_ndef::Record> carriers;
-    const int8_t result = rtdlib_handover_select_record_extract(&record, carriers.out_count(), carriers.out(),
-                                                                out(error), &select.version);
-    if (result != 1)
+    nfc_ndef_handover read;
+    if (!nfc_ndef_handover_select_read(record.payload, record.flags, &read, nullptr))
         return std::nullopt;
-    select.ac_records = nested(carriers, nesting);
-    select.err_record = nested(error, nesting);
-    select.other_records =
-        error ? others_in(record, *nested_at, {"ac", "err"}, nesting) : others_in(record, *nested_at, {"ac"}, nesting);
+    HandoverSelect select;
+    select.version = read.version;
+    const bool has_err = read.error.type.length != 0;
+    nfc_ndef_record_view inner;
+    while (nfc_ndef_msg_view_next(&read.message, &inner)) {
+        Record decoded = decode(inner, nesting.inner());
+        if (Kind<AlternativeCarrier>::type.matches(inner.format, text_of(decoded.type)))
+            select.ac_records.push_back(std::move(decoded));
+        else if (has_err && Kind<HandoverSelectError>::type.matches(inner.format, text_of(decoded.type)))
+            select.err_record = std::move(decoded);
+        else
+            select.other_records.push_back(std::move(decoded));
+    }
     return select;
 }
 

@@ -17,7 +17,7 @@ struct HandoverSelect {
 template <> struct Kind<HandoverSelect> : Nests<1> {
     static constexpr Type type = well_known("Hs");
     static constexpr std::string_view json = "handover_select", title = "Handover Select";
-    static std::optional<HandoverSelect> read(const nfc_ndef_record &record, const Nesting &nesting);
+    static std::optional<HandoverSelect> read(const nfc_ndef_record_view &record, const Nesting &nesting);
     static nfc_ndef::Record make(const HandoverSelect &select);
     static void show(const HandoverSelect &select, View &view);
 

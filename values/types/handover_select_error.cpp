@@ -11,11 +11,12 @@ constexpr Name reasons[] = {
 
 } // namespace
 
-std::optional<HandoverSelectError> Kind<HandoverSelectError>::read(const nfc_ndef_record &record, const Nesting &)
+std::optional<HandoverSelectError> Kind<HandoverSelectError>::read(const nfc_ndef_record_view &record, const Nesting &)
 {
-    HandoverSelectError error;
-    const int8_t result = rtdlib_handover_select_error_record_extract(&record, &error.error_reason, &error.error_data);
-    return result == 1 ? std::optional(error) : std::nullopt;
+    nfc_ndef_handover_error error;
+    if (!nfc_ndef_handover_error_read(record.payload, &error, nullptr))
+        return std::nullopt;
+    return HandoverSelectError{error.reason, error.data};
 }
 
 nfc_ndef::Record Kind<HandoverSelectError>::make(const HandoverSelectError &error)

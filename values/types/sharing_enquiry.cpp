@@ -1,6 +1,6 @@
 #include "sharing_enquiry.h"
 
-#include "../extract.h"
+#include "../c_interface.h"
 #include "../printable.h"
 
 #include <fmt/format.h>
@@ -9,17 +9,12 @@ namespace nfc_ndef::values {
 
 constinit const Type Kind<SharingEnquiry>::type = external(VENDOR_DOMAIN ":she");
 
-std::optional<SharingEnquiry> Kind<SharingEnquiry>::read(const nfc_ndef_record &record, const Nesting &)
+std::optional<SharingEnquiry> Kind<SharingEnquiry>::read(const nfc_ndef_record_view &record, const Nesting &)
 {
-    SharingEnquiry enquiry;
-    uint8_t length = 0;
-    Block<> data;
-    const int8_t result =
-        rtdlib_sharing_enquiry_record_extract(&record, &enquiry.enquiry_type, &length, out(data), &enquiry.version);
-    if (result != 1)
+    nfc_ndef_sharing_enquiry enquiry;
+    if (!nfc_ndef_sharing_enquiry_read(record.payload, &enquiry, nullptr))
         return std::nullopt;
-    enquiry.enquiry_data = copy_of(data, length);
-    return enquiry;
+    return SharingEnquiry{enquiry.version, enquiry.type, bytes_of(enquiry.data)};
 }
 
 nfc_ndef::Record Kind<SharingEnquiry>::make(const SharingEnquiry &enquiry)

@@ -1,9 +1,12 @@
 #include "smart_poster.h"
 
-#include "../extract.h"
+#include "../c_interface.h"
 #include "../printable.h"
 
 #include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
 
 namespace nfc_ndef::values {
 
@@ -37,44 +40,63 @@ uint32_t size_of(const Record &record)
 
 } // namespace
 
-std::optional<SmartPoster> Kind<SmartPoster>::read(const nfc_ndef_record &record, const Nesting &nesting)
+std::optional<SmartPoster> Kind<SmartPoster>::read(const nfc_ndef_record_view &record, const Nesting &nesting)
 {
-    Array<nfc_ndef::Record> titles, icons, others;
-    nfc_ndef::Record uri, size, type;
-    uint32_t action = 0;
-    const int8_t result = rtdlib_smart_poster_record_extract(&record, titles.out_count(), titles.out(), out(uri),
-                                                             &action, icons.out_count(), icons.out(), out(size),
-                                                             out(type), others.out_count(), others.out());
-    if (result != 1)
+    nfc_ndef_smart_poster read;
+    if (!nfc_ndef_smart_poster_read(record.payload, &read, nullptr))
         return std::nullopt;
     SmartPoster poster;
-    poster.uri_record = nested(uri, nesting);
-    poster.titles = nested(titles, nesting);
-    poster.action = static_cast<uint8_t>(action);
-    poster.icons = nested(icons, nesting);
-    poster.size_record = nested(size, nesting);
-    poster.type_record = nested(type, nesting);
-    poster.other_records = nested(others, nesting);
+    poster.action = read.action;
+    Records videos;
+    nfc_ndef_record_view inner;
+    while (const uint32_t part = nfc_ndef_smart_poster_next(&read, &inner)) {
+        if (part == NFC_NDEF_SMART_POSTER_ACTION)
+            continue;
+        Record decoded = decode(inner, nesting.inner());
+        switch (part) {
+        case NFC_NDEF_SMART_POSTER_URI:
+            poster.uri_record = std::move(decoded);
+            break;
+        case NFC_NDEF_SMART_POSTER_TITLE:
+            poster.titles.push_back(std::move(decoded));
+            break;
+        case NFC_NDEF_SMART_POSTER_TYPE:
+            poster.type_record = std::move(decoded);
+            break;
+        case NFC_NDEF_SMART_POSTER_SIZE:
+            poster.size_record = std::move(decoded);
+            break;
+        case NFC_NDEF_SMART_POSTER_IMAGE:
+            poster.icons.push_back(std::move(decoded));
+            break;
+        case NFC_NDEF_SMART_POSTER_VIDEO:
+            videos.push_back(std::move(decoded));
+            break;
+        default:
+            poster.other_records.push_back(std::move(decoded));
+        }
+    }
+    std::ranges::move(videos, std::back_inserter(poster.icons)); // in the order of the extractor
     return poster;
 }
 
 nfc_ndef::Record Kind<SmartPoster>::make(const SmartPoster &poster)
 {
     const LentRecords titles(poster.titles), icons(poster.icons), others(poster.other_records);
-    const nfc_ndef::Record uri = to_handle(poster.uri_record), size = to_handle(poster.size_record),
-                           type = to_handle(poster.type_record);
+    const nfc_ndef::Record uri_record = to_handle(poster.uri_record), size_record = to_handle(poster.size_record),
+                           type_record = to_handle(poster.type_record);
     if (!titles.ok() || !icons.ok() || !others.ok())
         return nullptr;
-    return nfc_ndef::Record(rtdlib_smart_poster_record_create(titles.count(), titles.data(), uri.get(), poster.action,
-                                                              icons.count(), icons.data(), size.get(), type.get(),
-                                                              others.count(), others.data()));
+    return nfc_ndef::Record(rtdlib_smart_poster_record_create(
+        titles.count(), titles.data(), uri_record.get(), poster.action, icons.count(), icons.data(), size_record.get(),
+        type_record.get(), others.count(), others.data()));
 }
 
 void Kind<SmartPoster>::show(const SmartPoster &poster, View &view)
 {
     show_uri(*poster.uri_record, view);
-    for (const Record &title : poster.titles)
-        show_title(title, view);
+    for (const Record &record : poster.titles)
+        show_title(record, view);
     if (poster.action != 255)
         view.field("action", fmt::format("{} ({})", Names(poster_actions).title_of(poster.action), poster.action));
     for (const Record &icon : poster.icons)

@@ -1,6 +1,6 @@
 #include "text.h"
 
-#include "../extract.h"
+#include "../c_interface.h"
 #include "../printable.h"
 
 #include <fmt/format.h>
@@ -83,16 +83,12 @@ Text utf16_text(std::string_view utf8, std::string_view language_code, ByteOrder
     return {true, std::string(language_code), utf16_of(utf8, mark)};
 }
 
-std::optional<Text> Kind<Text>::read(const nfc_ndef_record &record, const Nesting &)
+std::optional<Text> Kind<Text>::read(const nfc_ndef_record_view &record, const Nesting &)
 {
-    uint8_t utf16 = 0, language_code_length = 0;
-    uint32_t text_length = 0;
-    Block<> language_code, text;
-    const int8_t result =
-        rtdlib_text_record_extract(&record, &utf16, &language_code_length, out(language_code), &text_length, out(text));
-    if (result != 1)
+    nfc_ndef_text text;
+    if (!nfc_ndef_text_read(record.payload, &text, nullptr))
         return std::nullopt;
-    return Text{utf16 != 0, copy_of<std::string>(language_code, language_code_length), copy_of(text, text_length)};
+    return Text{text.utf16 != 0, string_of(text.language), bytes_of(text.text)};
 }
 
 nfc_ndef::Record Kind<Text>::make(const Text &text)
@@ -113,7 +109,8 @@ void Kind<Text>::show(const Text &text, View &view)
 
 Kind<Text>::Plain Kind<Text>::plain_of(const Text &text)
 {
-    if (const std::optional<std::string> utf8 = utf8_of(text))
+    // A mark alone is a text of bytes: JSON has no empty text.
+    if (const std::optional<std::string> utf8 = utf8_of(text); utf8 && !utf8->empty())
         return {static_cast<uint8_t>(byte_order_mark_of(text)), {*utf8, true}};
     return {0, {std::string(text_of(text.text)), false}};
 }

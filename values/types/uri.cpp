@@ -1,84 +1,31 @@
 #include "uri.h"
 
-#include "../extract.h"
+#include "../c_interface.h"
 #include "../printable.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <iterator>
 
 namespace nfc_ndef::values {
 
-namespace {
-
-// Indexed by the identifier code.
-constexpr std::string_view prefixes[] = {
-    "",
-    "http://www.",
-    "https://www.",
-    "http://",
-    "https://",
-    "tel:",
-    "mailto:",
-    "ftp://anonymous:anonymous@",
-    "ftp://ftp.",
-    "ftps://",
-    "sftp://",
-    "smb://",
-    "nfs://",
-    "ftp://",
-    "dav://",
-    "news:",
-    "telnet://",
-    "imap:",
-    "rtsp://",
-    "urn:",
-    "pop:",
-    "sip:",
-    "sips:",
-    "tftp:",
-    "btspp://",
-    "btl2cap://",
-    "btgoep://",
-    "tcpobex://",
-    "irdaobex://",
-    "file://",
-    "urn:epc:id:",
-    "urn:epc:tag:",
-    "urn:epc:pat:",
-    "urn:epc:raw:",
-    "urn:epc:",
-    "urn:nfc:",
-};
-static_assert(std::size(prefixes) == first_reserved_uri_code);
-
-} // namespace
-
-std::string_view uri_prefix(uint8_t identifier_code)
-{
-    return identifier_code < std::size(prefixes) ? prefixes[identifier_code] : std::string_view();
-}
+std::string_view uri_prefix(uint8_t identifier_code) { return nfc_ndef_uri_prefix(identifier_code); }
 
 std::string expand_uri(const Uri &uri) { return std::string(uri_prefix(uri.identifier_code)) + uri.uri_field; }
 
 Uri::Uri(std::string_view uri)
 {
-    for (size_t code = 1; code < std::size(prefixes); ++code)
-        if (uri.starts_with(prefixes[code]) && prefixes[code].size() > prefixes[identifier_code].size())
-            identifier_code = static_cast<uint8_t>(code);
-    uri_field = uri.substr(prefixes[identifier_code].size());
+    uint32_t prefix_length = 0;
+    identifier_code = nfc_ndef_uri_prefix_code(bytes_view(uri), &prefix_length);
+    uri_field = uri.substr(prefix_length);
 }
 
-std::optional<Uri> Kind<Uri>::read(const nfc_ndef_record &record, const Nesting &)
+std::optional<Uri> Kind<Uri>::read(const nfc_ndef_record_view &record, const Nesting &)
 {
-    uint8_t identifier_code = 0;
-    uint32_t length = 0;
-    Block<> field;
-    const int8_t result = rtdlib_uri_record_extract(&record, &identifier_code, out(field), &length);
-    if (result != 1)
+    nfc_ndef_uri uri;
+    if (!nfc_ndef_uri_read(record.payload, &uri, nullptr))
         return std::nullopt;
-    return Uri{identifier_code, copy_of<std::string>(field, length)};
+    return Uri{uri.identifier_code, string_of(uri.field)};
 }
 
 nfc_ndef::Record Kind<Uri>::make(const Uri &uri)

@@ -29,8 +29,8 @@ std::string context_of(values::ByteView bytes, size_t offset)
     constexpr size_t before = 8, after = 8;
     const size_t start = offset - std::min(offset, before);
     const values::ByteView part = bytes.subspan(start, std::min(bytes.size(), offset + after) - start);
-    const size_t column = 2 + 4 + 2 + (offset - start) * 3;
-    return fmt::format("  {:04X}  {}\n{:{}}^^", start, values::hex_of(part), "", column);
+    const std::string begin = fmt::format("  {:04X}  ", start);
+    return fmt::format("{}{}\n{:{}}^^", begin, values::hex_of(part), "", begin.size() + (offset - start) * 3);
 }
 
 ExitStatus check(const std::string &path, const Arguments &given)

@@ -1,6 +1,7 @@
 #include "io/output.h"
 
 #include "io/failure.h"
+#include "io/write_file.h"
 
 #include <nfc_ndef/printable.h>
 
@@ -22,23 +23,6 @@ namespace values = nfc_ndef::values;
 namespace {
 
 const std::string standard_output = "-";
-
-struct Close {
-    void operator()(std::FILE *file) const { std::fclose(file); }
-};
-
-void write_file(std::string_view text, const std::string &path)
-{
-    const auto fail = [&] {
-        throw Failure(exit_unusable,
-                      fmt::format("cannot write {}: {}", values::printable_utf8(path), std::strerror(errno)));
-    };
-    std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "wb"));
-    if (!file || std::fwrite(text.data(), 1, text.size(), file.get()) != text.size())
-        fail();
-    if (std::fclose(file.release()) != 0) // a full disk may show itself no earlier
-        fail();
-}
 
 std::string base64_of(std::span<const uint8_t> bytes)
 {
@@ -80,8 +64,9 @@ void write_text(std::string_view text, const OutputOptions &options)
 {
     if (options.path == standard_output)
         write_output(text);
-    else
-        write_file(text, options.path);
+    else if (const int error = write_file(text, options.path); error != 0)
+        throw Failure(exit_unusable,
+                      fmt::format("cannot write {}: {}", values::printable_utf8(options.path), std::strerror(error)));
 }
 
 void write_message(std::span<const uint8_t> bytes, const OutputOptions &options)

@@ -1,26 +1,19 @@
-// What the types need to call the extractors and builders of the C interface.
+// What the types need to call the readers and builders of the C interface.
 #pragma once
 
 #include "record.h"
 
-#include <nfc_ndef.hpp>
-
-#include <initializer_list>
-#include <new>
+#include <nfc_ndef_view.h>
 
 namespace nfc_ndef::values {
 
-// A byte string that the library gave: null only when its length is 0, or else memory ran out.
-template <class Container = Bytes> Container copy_of(const uint8_t *bytes, size_t length)
-{
-    if (!bytes && length != 0)
-        throw std::bad_alloc();
-    return Container(bytes, bytes + length);
-}
-template <class Container = Bytes> Container copy_of(const Block<> &bytes, size_t length)
-{
-    return copy_of<Container>(bytes.get(), length);
-}
+inline ByteView view_of(const nfc_ndef_bytes &bytes) { return {bytes.data, bytes.length}; }
+inline Bytes bytes_of(const nfc_ndef_bytes &bytes) { return {bytes.data, bytes.data + bytes.length}; }
+inline std::string string_of(const nfc_ndef_bytes &bytes) { return {bytes.data, bytes.data + bytes.length}; }
+
+// Bytes, or a text's, as the library reads them; they are not more than 2^32 - 1.
+inline nfc_ndef_bytes bytes_view(ByteView bytes) { return {bytes.data(), static_cast<uint32_t>(bytes.size())}; }
+inline nfc_ndef_bytes bytes_view(std::string_view text) { return bytes_view(view_of(text)); }
 
 // A byte string as the library takes it: null when it is empty.
 template <class Container> const uint8_t *pointer_to(const Container &bytes)
@@ -52,13 +45,8 @@ private:
     std::vector<nfc_ndef_record *> pointers_;
 };
 
-// Records that an extractor took out of another.
-OptionalRecord nested(const nfc_ndef::Record &record, const Nesting &nesting);
-Records nested(const Array<nfc_ndef::Record> &records, const Nesting &nesting);
-
-// Those of the message nested behind the first `prefix` bytes of the payload that are not of these well-known types.
-Records others_in(const nfc_ndef_record &record, size_t prefix, std::initializer_list<std::string_view> taken,
-                  const Nesting &nesting);
+// The payload of a record, in chunks or not.
+Bytes joined_payload(const nfc_ndef_record_view &record);
 
 nfc_ndef::Record to_handle(const OptionalRecord &record);
 

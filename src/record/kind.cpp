@@ -1,0 +1,51 @@
+#include "record/match.h"
+#include "record/view.h"
+
+using namespace ndef;
+
+namespace {
+
+nfc_ndef_kind well_known_kind(uint32_t name)
+{
+    switch (name) {
+    case known::text.short_name:
+        return NFC_NDEF_KIND_TEXT;
+    case known::uri.short_name:
+        return NFC_NDEF_KIND_URI;
+    case known::smart_poster.short_name:
+        return NFC_NDEF_KIND_SMART_POSTER;
+    case known::generic_control.short_name:
+        return NFC_NDEF_KIND_GENERIC_CONTROL;
+    case known::handover_request.short_name:
+        return NFC_NDEF_KIND_HANDOVER_REQUEST;
+    case known::handover_select.short_name:
+        return NFC_NDEF_KIND_HANDOVER_SELECT;
+    case known::handover_carrier.short_name:
+        return NFC_NDEF_KIND_HANDOVER_CARRIER;
+    case known::alternative_carrier.short_name:
+        return NFC_NDEF_KIND_ALTERNATIVE_CARRIER;
+    case known::collision_resolution.short_name:
+        return NFC_NDEF_KIND_COLLISION_RESOLUTION;
+    case known::handover_select_error.short_name:
+        return NFC_NDEF_KIND_HANDOVER_ERROR;
+    default:
+        return NFC_NDEF_KIND_OTHER;
+    }
+}
+
+} // namespace
+
+uint32_t nfc_ndef_record_view_kind(const nfc_ndef_record_view *record)
+{
+    const ByteView name = bytes_of(record->type);
+    if (record->format == NFC_NDEF_TNF_WELL_KNOWN)
+        return well_known_kind(short_name(name));
+    const CandidateType candidate(record->format, name);
+    if (candidate.matches(known::bluetooth_oob))
+        return NFC_NDEF_KIND_BT_OOB;
+    if (candidate.matches(known::bluetooth_legacy))
+        return NFC_NDEF_KIND_BT_LEGACY;
+    if (candidate.matches(known::sharing_enquiry))
+        return NFC_NDEF_KIND_SHARING_ENQUIRY;
+    return NFC_NDEF_KIND_OTHER;
+}
