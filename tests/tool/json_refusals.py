@@ -92,7 +92,7 @@ refusals = [
     ({**random, "random_number": 65536}, "/random_number: must be a whole number from 0 to 65535"),
     (bluetooth(device_address="0102"), '/device_address: must be 6 bytes such as "12:34:56:78:90:AB"'),
     (bluetooth(device_address="01-02-03-04-05-06"), '/device_address: must be 6 bytes such as "12:34:56:78:90:AB"'),
-    (bluetooth(class_of_device="01020"), '/class_of_device: must be 3 bytes such as "240414"'),
+    *((bluetooth(class_of_device=bad), '/class_of_device: must be 3 bytes such as "240414"') for bad in ("0102", "01020", "01020304")),
     ({"kind": "bt_2_1_configuration_data", "device_address": "01:02:03:04:05:06"}, "/class_of_device: is missing"),
     (bluetooth(local_name="a"), "/local_name_type: is needed with local_name"),
     (bluetooth(local_name_hex="FF"), "/local_name_type: is needed with local_name"),
