@@ -47,6 +47,7 @@ def write(target, seeds):
 
 for target in ("record", "message", "editing"):
     write(target, messages)
+write("in_place", messages + [payload for message in messages for _, payload in short_records(message)] + tags)
 for target, names in types.items():
     flags = b"\x03" if target == "nested_types" else b""
     write(
