@@ -44,6 +44,7 @@ payloads = [seed for message in messages for seed in short_records(message)]
 write("extractors", [b"\x03" + payload for _, payload in payloads])
 # A type is chosen by the sum of its letters. Its payload serves as members too, which it is not.
 write("kinds", [bytes([sum(name) & 0xFF, how]) + payload for name, payload in payloads for how in (0, 3)])
+write("in_place", messages + [payload for message in messages for _, payload in short_records(message)] + tags)
 write("json", documents + messages)
 write(
     "encoded_input",
