@@ -1,8 +1,8 @@
 #include "io/write_file.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 
 #include <fcntl.h>
@@ -56,17 +56,18 @@ mode_t mode_of_new_files()
 class Beside {
 public:
     explicit Beside(const std::string &path)
-        : path_(path), name_(path.substr(0, path.rfind('/') + 1) + ".ndef-XXXXXX"), file_(mkstemp(name_.data()))
+        : path_(path), name_(path.substr(0, path.rfind('/') + 1) + ".ndef-XXXXXX"), file_(mkstemp(name_.data())),
+          exists_(static_cast<bool>(file_))
     {
     }
     ~Beside()
     {
-        if (file_ && !placed_)
+        if (exists_)
             unlink(name_.c_str());
     }
     Beside(const Beside &) = delete;
     Beside &operator=(const Beside &) = delete;
-    explicit operator bool() const { return static_cast<bool>(file_); }
+    explicit operator bool() const { return exists_; }
 
     // Gives it the owner and the mode of the file whose place it takes, if there is one.
     bool resemble(const struct stat *old)
@@ -80,13 +81,17 @@ public:
         return fchmod(file_.number(), old ? old->st_mode & permissions : mode_of_new_files()) == 0;
     }
     int fill(std::string_view text) { return file_.finish(text); }
-    bool take_place() { return placed_ = std::rename(name_.c_str(), path_.c_str()) == 0; }
+    bool take_place()
+    {
+        exists_ = std::rename(name_.c_str(), path_.c_str()) != 0;
+        return !exists_;
+    }
 
 private:
     const std::string &path_;
     std::string name_;
     Descriptor file_;
-    bool placed_ = false;
+    bool exists_; // under its own name
 };
 
 int write_in_place(std::string_view text, const std::string &path)
