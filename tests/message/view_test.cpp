@@ -233,6 +233,7 @@ TEST(Tlv, IsFoundInADataArea)
         {header + "0203 510302 EEEEEE 0305" + one, "D101015461.", NFC_NDEF_TLV_FOUND, 24, "reserved between blocks"},
         {"", "", NFC_NDEF_TLV_NO_MESSAGE, 0, "nothing"},
         {"00FE0305" + one, "", NFC_NDEF_TLV_NO_MESSAGE, 1, "behind the terminator"},
+        {header + "0203 510302 EEEE", "", NFC_NDEF_TLV_NO_MESSAGE, 23, "an area that reaches past the end"},
         {"0000", "", NFC_NDEF_TLV_NO_MESSAGE, 2, "the end instead of a terminator"},
         {"0306" + one, "", NFC_NDEF_TLV_CUT_SHORT, 7, "the value"},
         {"03", "", NFC_NDEF_TLV_CUT_SHORT, 1, "the length"},
