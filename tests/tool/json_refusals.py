@@ -25,7 +25,7 @@ refusals = [
     (text(), "/text: is missing"),
     (text(text=5), "/text: must be a string"),
     (text(text=""), "/text: must not be empty"),
-    (text(text_hex=""), "/text: must not be empty"),
+    (text(text_hex=""), "/text_hex: must not be empty"),
     (text(text="a\0"), "/text: must not hold a NUL"),
     (text(text="a", text_hex="61"), "/text_hex: must not be there along with text"),
     (text(text="a", utf16=1), "/utf16: must be true or false"),
