@@ -21,6 +21,15 @@ WORKLOADS = {  # name in the program: what it is, and the ratio that is not to b
     "50_chunks": ("parse 50 chunks of 200 bytes", 1.4),
     "handover": ("parse and extract a handover", 1.3),
 }
+IN_PLACE = {  # the same in place, against whom, and the ratio that is not to be exceeded
+    "text": ("read one Text record", "floor", 0.17),
+    "poster": ("read a Smart Poster", "floor", 0.12),
+    "100_records": ("read 100 short records", "floor", 0.11),
+    "64_KiB": ("read one payload of 64 KiB", "floor", 0.02),
+    "encode_100": ("write 100 short records", "library", 0.95),
+    "50_chunks": ("read 50 chunks of 200 bytes", "floor", 0.70),
+    "handover": ("read a handover", "floor", 0.15),
+}
 ONLY = "^(" + "|".join(WORKLOADS) + ")/"
 
 
@@ -38,7 +47,7 @@ def main():
     counted = run(f"{options.build}/ndef_bench_blocks", ONLY, "--benchmark_min_time=0")
     blocks = {one["run_name"]: round(one["blocks"]) for one in counted}
 
-    table = []
+    table, in_place_table = [], []
     print(f"{'':<36}{'ratio':>6}{'at most':>9}{'rounds':>14}{'library':>13}{'floor':>10}{'blocks':>8}{'floor':>7}")
     for name, (what, at_most) in WORKLOADS.items():
         library, floor = f"{name}/library", f"{name}/floor"
@@ -59,6 +68,23 @@ def main():
             f"{row['library_ns']:>10.0f} ns{row['floor_ns']:>7.0f} ns{blocks[library]:>8}{blocks[floor]:>7}"
             + ("  exceeded" if row["ratio"] > at_most else "")
         )
+    print(f"\n{'':<36}{'ratio':>6}{'at most':>9}{'rounds':>14}{'in place':>13}{'blocks':>8}")
+    for name, (what, against, at_most) in IN_PLACE.items():
+        in_place = f"{name}/in_place"
+        ratios = [times[in_place] / times[f"{name}/{against}"] for times in rounds]
+        row = {
+            "workload": f"{what} in place, against the {against}",
+            "ratio": statistics.median(ratios),
+            "at_most": at_most,
+            "rounds": ratios,
+            "library_ns": min(times[in_place] for times in rounds),
+            "library_blocks": blocks[in_place],
+        }
+        print(
+            f"{what:<36}{row['ratio']:>6.3f}{at_most:>9.2f}{min(ratios):>7.3f}..{max(ratios):.3f}"
+            f"{row['library_ns']:>10.1f} ns{blocks[in_place]:>8}" + ("  exceeded" if row["ratio"] > at_most else "")
+        )
+        in_place_table.append(row)
     if options.json:
         with open(options.json, "w", encoding="utf-8") as file:
             json.dump(table, file, indent=2)

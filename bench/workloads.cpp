@@ -1,5 +1,6 @@
 // What programs do with tags, by the library and at the physical limit.
 #include "floor.h"
+#include "in_place.h"
 #include "library.h"
 #include "measure.h"
 
@@ -13,7 +14,8 @@ using Run = void (*)(const Input &);
 void add(const std::string &name, const Bytes &message, Run by_library, Run by_floor)
 {
     const auto input = std::make_shared<Input>(message);
-    for (const auto &[who, run] : {std::pair{"/library", by_library}, std::pair{"/floor", by_floor}})
+    for (const auto &[who, run] :
+         {std::pair{"/library", by_library}, std::pair{"/floor", by_floor}, std::pair{"/in_place", &in_place::visit}})
         benchmark::RegisterBenchmark((name + who).c_str(), [input, run = run](benchmark::State &state) {
             measure(state, [&] { run(*input); });
         });
@@ -25,6 +27,10 @@ void add_encoding(const std::string &name, const Bytes &bytes)
     benchmark::RegisterBenchmark((name + "/library").c_str(), [input](benchmark::State &state) {
         const nfc_ndef::Message message = library::parse(*input);
         measure(state, [&] { library::encode_and_release(*message); });
+    });
+    benchmark::RegisterBenchmark((name + "/in_place").c_str(), [input](benchmark::State &state) {
+        const nfc_ndef::Message message = library::parse(*input);
+        measure(state, [&] { in_place::encode(*message); });
     });
     benchmark::RegisterBenchmark((name + "/floor").c_str(), [input](benchmark::State &state) {
         floor::Message *const message = floor::parse(*input);

@@ -2,11 +2,8 @@
 #include "fuzz.h"
 #include "io/failure.h"
 #include "io/tag_memory.h"
+#include "printable.h"
 #include "text/encoded_text.h"
-
-#include <nfc_ndef/printable.h>
-
-#include <glib.h>
 
 using namespace fuzz;
 namespace values = nfc_ndef::values;
@@ -76,12 +73,8 @@ void message(ByteView input)
 
 void printable(ByteView input)
 {
-    for (const std::string &shown : {values::quoted_utf8(input), values::quoted_utf16(input)}) {
-        must(g_utf8_validate(shown.data(), static_cast<gssize>(shown.size()), nullptr) != 0, "what is shown is UTF-8");
-        for (const char *at = shown.data(); at != shown.data() + shown.size(); at = g_utf8_next_char(at)) {
-            must(!values::acts_on_a_terminal(g_utf8_get_char(at)), "what is shown is harmless");
-        }
-    }
+    must_be_printable(values::quoted_utf8(input));
+    must_be_printable(values::quoted_utf16(input));
 }
 
 } // namespace

@@ -1,11 +1,9 @@
 // The command's JSON, both ways: the input is a JSON text, or a message, which never begins like one.
 #include "fuzz.h"
+#include "printable.h"
 #include "view/record_view.h"
 
 #include <nfc_ndef/json.h>
-#include <nfc_ndef/printable.h>
-
-#include <glib.h>
 
 using namespace fuzz;
 using nfc_ndef::Message;
@@ -14,15 +12,6 @@ namespace values = nfc_ndef::values;
 namespace {
 
 Message parse(ByteView bytes) { return Message{nfc_ndef_msg_create_by_msg_offset(bytes.data(), 0, length32(bytes))}; }
-
-// Nothing of a tag may act on a terminal.
-void must_be_printable(const std::string &text)
-{
-    must(g_utf8_validate(text.data(), static_cast<gssize>(text.size()), nullptr) != 0, "what is shown is UTF-8");
-    for (const char *at = text.data(); at != text.data() + text.size(); at = g_utf8_next_char(at)) {
-        must(*at == '\n' || !values::acts_on_a_terminal(g_utf8_get_char(at)), "what is shown is harmless");
-    }
-}
 
 void show(const values::Records &records)
 {

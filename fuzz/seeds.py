@@ -18,13 +18,6 @@ for sample in map(pathlib.Path, sys.argv[3:]):
     elif sample.suffix == ".bin":
         tags.append(sample.read_bytes())
 
-# In the order of each target's table of types, whose choice of one is twice its number, and 1 for reading.
-types = {
-    "flat_types": [b"T", b"U", b"Hc", b"ac", b"cr", b"example.com:she"],
-    "nested_types": [b"Sp", b"Gc", b"Hr", b"Hs"],
-    "bluetooth": [b"application/vnd.bluetooth.ep.oob", b"example.com:bt"],
-}
-
 
 def short_records(message):
     """The type and payload of each record up to the first that is not a short one."""
@@ -47,18 +40,11 @@ def write(target, seeds):
 
 for target in ("record", "message", "editing"):
     write(target, messages)
-for target, names in types.items():
-    flags = b"\x03" if target == "nested_types" else b""
-    write(
-        target,
-        [bytes([2 * number]) for number in range(len(names))]
-        + [
-            bytes([2 * names.index(name) + 1]) + flags + payload
-            for message in messages
-            for name, payload in short_records(message)
-            if name in names
-        ],
-    )
+payloads = [seed for message in messages for seed in short_records(message)]
+write("extractors", [b"\x03" + payload for _, payload in payloads])
+# A type is chosen by the sum of its letters. Its payload serves as members too, which it is not.
+write("kinds", [bytes([sum(name) & 0xFF, how]) + payload for name, payload in payloads for how in (0, 3)])
+write("in_place", messages + [payload for message in messages for _, payload in short_records(message)] + tags)
 write("json", documents + messages)
 write(
     "encoded_input",

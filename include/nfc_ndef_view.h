@@ -19,7 +19,7 @@
  *    to free. What they point to belongs to the bytes or to the record that was read: it is valid as long as these are
  *    unchanged, and nothing is kept behind the caller's back.
  * 2. **Byte strings** are an #nfc_ndef_bytes. The pointer of those handed out is null exactly when the length is 0. Of
- *    those passed in, a null pointer means no bytes, whatever the length.
+ *    those passed in, a null pointer means no bytes, whatever the length, and so do more than 2^32 - 1 bytes.
  * 3. **Reading a payload.** A function `nfc_ndef_<type>_read(payload, &structure, &report)` accepts exactly the
  * payloads that the extractor of that type in nfc_ndef.h accepts, and like it does not look at the record's type. It
  * returns 1, or 0 when the payload is refused. The structure then holds what was read before the rule broke, and zeros.
@@ -66,7 +66,7 @@ NFC_NDEF_API uint32_t nfc_ndef_version(void);
 /** Bytes that belong to somebody else. */
 typedef struct nfc_ndef_bytes {
     const uint8_t *data; /**< The first byte. */
-    uint32_t length;     /**< How many there are. */
+    size_t length;       /**< How many there are. */
 } nfc_ndef_bytes;
 
 #define NFC_NDEF_FLAG_MB 0x80 /**< Message Begin. */

@@ -22,7 +22,7 @@
 namespace nfc_ndef::values {
 
 /**
- * The trait of a type of record. Each is a specialisation in types/<type>.h and holds:
+ * The trait of a type of record. Each is a specialisation in a header of types/ and holds:
  *
  *     static constexpr Type type;               the record type that it is found by
  *     static constexpr std::string_view json;   the "kind" of its JSON form

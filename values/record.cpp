@@ -62,17 +62,22 @@ Records decode(const nfc_ndef_msg &message, const Nesting &nesting)
     return records;
 }
 
-std::optional<Records> decode(ByteView message, const Nesting &nesting, nfc_ndef_msg_report *report)
+Records decode(nfc_ndef_msg_view message, const Nesting &nesting)
+{
+    Records records;
+    nfc_ndef_record_view record;
+    while (nfc_ndef_msg_view_next(&message, &record))
+        records.push_back(decode(record, nesting));
+    return records;
+}
+
+std::optional<Records> decode(ByteView message, const Nesting &nesting)
 {
     nfc_ndef_msg_view view;
     const bool reachable = message.size() <= UINT32_MAX && nesting.reachable();
-    if (!reachable || !nfc_ndef_msg_view_open(bytes_view(message), &view, report))
+    if (!reachable || !nfc_ndef_msg_view_open(bytes_view(message), &view, nullptr))
         return std::nullopt;
-    Records records;
-    nfc_ndef_record_view record;
-    while (nfc_ndef_msg_view_next(&view, &record))
-        records.push_back(decode(record, nesting));
-    return records;
+    return decode(view, nesting);
 }
 
 nfc_ndef::Record make(const Content &content)

@@ -26,8 +26,10 @@ Record decode(const nfc_ndef_record_view &record, const Nesting &nesting = {});
 Record decode(const nfc_ndef_record &record, const Nesting &nesting = {});
 Records decode(const nfc_ndef_msg &message, const Nesting &nesting = {});
 
-// Reads the records of a whole message; none when the bytes are not one.
-std::optional<Records> decode(ByteView message, const Nesting &nesting = {}, nfc_ndef_msg_report *report = nullptr);
+Records decode(nfc_ndef_msg_view message, const Nesting &nesting = {}); // those that were not handed out yet
+
+// Reads the records of a whole message; none when the bytes are not one (nfc_ndef_msg_check() tells why).
+std::optional<Records> decode(ByteView message, const Nesting &nesting = {});
 
 // Makes a record of this content, which is not Generic; none when the values do not make one.
 std::optional<Record> build(Content content, Bytes id = {});

@@ -87,6 +87,9 @@ template <class Visit> [[gnu::always_inline]] inline nfc_ndef_msg_report check(B
     return judge(message, count, fault);
 }
 
+// As above, for who only wants to know.
+nfc_ndef_msg_report check(ByteView message);
+
 // A record of the message, or a run of chunks that are one.
 class WholeRecord {
 public:

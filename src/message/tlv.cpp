@@ -51,7 +51,7 @@ public:
     {
         if (at_end())
             return {};
-        uint32_t end = tlv_.memory.length;
+        auto end = static_cast<uint32_t>(tlv_.memory.length);
         for (uint32_t i = 0; i < tlv_.reserved_count; ++i)
             if (tlv_.reserved_begin[i] >= tlv_.position)
                 end = std::min(end, tlv_.reserved_begin[i]);
@@ -101,7 +101,7 @@ public:
         if (tlv_.reserved_count == NFC_NDEF_TLV_MOST_RESERVED)
             return false;
         tlv_.reserved_begin[tlv_.reserved_count] = first;
-        tlv_.reserved_end[tlv_.reserved_count++] = end;
+        tlv_.reserved_end[tlv_.reserved_count++] = std::min(end, static_cast<uint32_t>(tlv_.memory.length));
         return true;
     }
     bool ok() const { return ok_; }
@@ -133,7 +133,7 @@ nfc_ndef_tlv_report search(Area &area, nfc_ndef_tlv &tlv)
             if (!area.ok())
                 return {NFC_NDEF_TLV_CUT_SHORT, tlv.position};
             if (side_by_side)
-                tlv.message = lent(bytes_of(tlv.memory).subspan(std::min(value, tlv.memory.length), length));
+                tlv.message = lent(bytes_of(tlv.memory).subspan(value, length));
             tlv.length = tlv.left = length;
             tlv.position = value;
             return {NFC_NDEF_TLV_FOUND, block};

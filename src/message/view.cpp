@@ -1,11 +1,37 @@
 #include "message/view.h"
 
+namespace ndef {
+
+Sorted::Sorted(ByteView message, std::span<const KnownType> types) : end_(message.data() + message.size())
+{
+    report_ = check(message, [&](const RecordView &record, bool in_run) {
+        if (in_run)
+            return;
+        const size_t type = position_of(CandidateType(record.format(), record.type()), types);
+        Kind &kind = kinds_[type < types.size() ? type : most_types];
+        if (++kind.count <= 2)
+            (kind.count == 1 ? kind.first : kind.second) = record.header();
+    });
+}
+
+nfc_ndef_record_view Sorted::record(size_t type) const
+{
+    nfc_ndef_record_view view{};
+    if (kinds_[type].count != 0) {
+        Reader in({kinds_[type].first, end_});
+        next_record(in, view);
+    }
+    return view;
+}
+
+} // namespace ndef
+
 using namespace ndef;
 
 uint8_t nfc_ndef_msg_view_open(nfc_ndef_bytes message, nfc_ndef_msg_view *view, nfc_ndef_msg_report *report)
 {
     const ByteView bytes = bytes_of(message);
-    const nfc_ndef_msg_report found = check(bytes, [](const RecordView &, bool) {});
+    const nfc_ndef_msg_report found = check(bytes);
     const bool valid = found.reason == NFC_NDEF_MSG_VALID;
     *view = valid ? opened(bytes, found) : nfc_ndef_msg_view{};
     if (report)

@@ -49,7 +49,7 @@ uint8_t nfc_ndef_msg_writer_add(nfc_ndef_msg_writer *writer, const nfc_ndef_reco
         if (writer->record_count != 0) // the one before may have been the last for a while
             writer->buffer[writer->last] &= static_cast<uint8_t>(~me_bit);
         Writer out({writer->buffer + writer->length, length});
-        write_header(header, out, writer->record_count == 0 ? mb_bit : 0);
+        write_header_apart(header, out, writer->record_count == 0 ? mb_bit : 0);
         write_payload(*record, out);
     }
     writer->last = writer->length;

@@ -118,6 +118,9 @@ constexpr bool is_named(uint8_t flags)
     return {NFC_NDEF_MSG_VALID, 0};
 }
 
+// The same where there is no haste, so that there is one copy of it.
+Fault find_record_apart(Reader &in, RecordView &record);
+
 constexpr uint32_t longest_short_payload = 255;
 constexpr uint64_t longest_record = INT32_MAX;
 
@@ -174,5 +177,9 @@ nfc_ndef_record_write_to_byte_array(const nfc_ndef_record &record, Out &out, uin
     write_header(record, out, framing);
     out.bytes({record.payload, record.payload_length});
 }
+
+// The same where there is no haste, so that there is one copy of it.
+void write_header_apart(const nfc_ndef_record &record, Writer &out, uint8_t framing);
+void write_record_apart(const nfc_ndef_record &record, Writer &out, uint8_t framing);
 
 } // namespace ndef

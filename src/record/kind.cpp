@@ -5,33 +5,47 @@ using namespace ndef;
 
 namespace {
 
-struct KnownKind {
-    KnownType type;
-    nfc_ndef_kind kind;
-};
-constexpr KnownKind kinds[] = {
-    {known::text, NFC_NDEF_KIND_TEXT},
-    {known::uri, NFC_NDEF_KIND_URI},
-    {known::smart_poster, NFC_NDEF_KIND_SMART_POSTER},
-    {known::generic_control, NFC_NDEF_KIND_GENERIC_CONTROL},
-    {known::handover_request, NFC_NDEF_KIND_HANDOVER_REQUEST},
-    {known::handover_select, NFC_NDEF_KIND_HANDOVER_SELECT},
-    {known::handover_carrier, NFC_NDEF_KIND_HANDOVER_CARRIER},
-    {known::alternative_carrier, NFC_NDEF_KIND_ALTERNATIVE_CARRIER},
-    {known::collision_resolution, NFC_NDEF_KIND_COLLISION_RESOLUTION},
-    {known::handover_select_error, NFC_NDEF_KIND_HANDOVER_ERROR},
-    {known::bluetooth_oob, NFC_NDEF_KIND_BT_OOB},
-    {known::bluetooth_legacy, NFC_NDEF_KIND_BT_LEGACY},
-    {known::sharing_enquiry, NFC_NDEF_KIND_SHARING_ENQUIRY},
-};
+nfc_ndef_kind well_known_kind(uint32_t name)
+{
+    switch (name) {
+    case known::text.short_name:
+        return NFC_NDEF_KIND_TEXT;
+    case known::uri.short_name:
+        return NFC_NDEF_KIND_URI;
+    case known::smart_poster.short_name:
+        return NFC_NDEF_KIND_SMART_POSTER;
+    case known::generic_control.short_name:
+        return NFC_NDEF_KIND_GENERIC_CONTROL;
+    case known::handover_request.short_name:
+        return NFC_NDEF_KIND_HANDOVER_REQUEST;
+    case known::handover_select.short_name:
+        return NFC_NDEF_KIND_HANDOVER_SELECT;
+    case known::handover_carrier.short_name:
+        return NFC_NDEF_KIND_HANDOVER_CARRIER;
+    case known::alternative_carrier.short_name:
+        return NFC_NDEF_KIND_ALTERNATIVE_CARRIER;
+    case known::collision_resolution.short_name:
+        return NFC_NDEF_KIND_COLLISION_RESOLUTION;
+    case known::handover_select_error.short_name:
+        return NFC_NDEF_KIND_HANDOVER_ERROR;
+    default:
+        return NFC_NDEF_KIND_OTHER;
+    }
+}
 
 } // namespace
 
 uint32_t nfc_ndef_record_view_kind(const nfc_ndef_record_view *record)
 {
-    const CandidateType candidate(record->format, bytes_of(record->type));
-    for (const KnownKind &known : kinds)
-        if (candidate.matches(known.type))
-            return known.kind;
+    const ByteView name = bytes_of(record->type);
+    if (record->format == NFC_NDEF_TNF_WELL_KNOWN)
+        return well_known_kind(short_name(name));
+    const CandidateType candidate(record->format, name);
+    if (candidate.matches(known::bluetooth_oob))
+        return NFC_NDEF_KIND_BT_OOB;
+    if (candidate.matches(known::bluetooth_legacy))
+        return NFC_NDEF_KIND_BT_LEGACY;
+    if (candidate.matches(known::sharing_enquiry))
+        return NFC_NDEF_KIND_SHARING_ENQUIRY;
     return NFC_NDEF_KIND_OTHER;
 }

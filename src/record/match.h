@@ -29,10 +29,10 @@ private:
 };
 
 // The position of the first of several keys that a type matches; their number when it matches none.
-template <size_t n> size_t position_of(const CandidateType &candidate, const KnownType (&keys)[n])
+inline size_t position_of(const CandidateType &candidate, std::span<const KnownType> keys)
 {
     size_t position = 0;
-    while (position < n && !candidate.matches(keys[position]))
+    while (position < keys.size() && !candidate.matches(keys[position]))
         ++position;
     return position;
 }

@@ -20,6 +20,13 @@ bool show_run(Reader &in, const RecordView &first, nfc_ndef_record_view &view)
     return true;
 }
 
+void write_chunks(const nfc_ndef_record_view &view, Writer &out)
+{
+    Reader in(bytes_of(view.chunks));
+    for (RecordView chunk; in.left() != 0 && find_record(in, chunk).reason == NFC_NDEF_MSG_VALID;)
+        out.bytes(chunk.payload());
+}
+
 } // namespace ndef
 
 using namespace ndef;
@@ -30,7 +37,7 @@ uint8_t nfc_ndef_record_view_read(nfc_ndef_bytes bytes, nfc_ndef_record_view *re
     const ByteView data = bytes_of(bytes);
     Reader in(data);
     RecordView found;
-    const Fault fault = data.empty() ? Fault{NFC_NDEF_MSG_BAD_ARGUMENTS, 0} : find_record(in, found);
+    const Fault fault = data.empty() ? Fault{NFC_NDEF_MSG_BAD_ARGUMENTS, 0} : find_record_apart(in, found);
     const bool whole = fault.reason == NFC_NDEF_MSG_VALID;
     if (whole)
         show(found, *record);
@@ -106,7 +113,7 @@ uint32_t nfc_ndef_record_view_write(const nfc_ndef_record_view *record, uint8_t 
     const uint32_t length = encoded_length(*record, header);
     if (length != 0 && length <= capacity) {
         Writer out({buffer, length});
-        write_header(header, out, framing_bits(header));
+        write_header_apart(header, out, framing_bits(header));
         write_payload(*record, out);
     }
     return length;
@@ -117,7 +124,7 @@ uint32_t nfc_ndef_record_write(const nfc_ndef_record *record, uint8_t *buffer, u
     const uint32_t length = record ? nfc_ndef_record_get_byte_array_length(*record) : 0;
     if (length != 0 && length <= capacity) {
         Writer out({buffer, length});
-        nfc_ndef_record_write_to_byte_array(*record, out, framing_bits(*record));
+        write_record_apart(*record, out, framing_bits(*record));
     }
     return length;
 }

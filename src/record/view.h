@@ -7,11 +7,11 @@
 namespace ndef {
 
 // Bytes as they are handed out, with a null pointer when there are none; and as they come in.
-inline nfc_ndef_bytes lent(ByteView bytes)
+inline nfc_ndef_bytes lent(ByteView bytes) { return {bytes.empty() ? nullptr : bytes.data(), bytes.size()}; }
+inline ByteView bytes_of(nfc_ndef_bytes bytes)
 {
-    return {bytes.empty() ? nullptr : bytes.data(), static_cast<uint32_t>(bytes.size())};
+    return {bytes.data, bytes.data && bytes.length <= UINT32_MAX ? bytes.length : 0};
 }
-inline ByteView bytes_of(nfc_ndef_bytes bytes) { return bytes_of(bytes.data, bytes.length); }
 
 constexpr uint8_t flag_bits = static_cast<uint8_t>(~tnf_bits);
 
@@ -36,13 +36,19 @@ bool show_run(Reader &in, const RecordView &first, nfc_ndef_record_view &view);
     if (in.left() == 0 || find_record(in, record).reason != NFC_NDEF_MSG_VALID)
         return false;
     show(record, view);
-    return !record.has(cf_bit) || show_run(in, record, view);
+    if (!record.has(cf_bit)) [[likely]]
+        return true;
+    Reader run = in; // so that the reader itself may stay in registers
+    const RecordView first = record;
+    const bool whole = show_run(run, first, view);
+    in = run;
+    return whole;
 }
 
 // Of a record in chunks, all of them together.
 inline uint32_t payload_length_of(const nfc_ndef_record_view &view)
 {
-    return view.chunks.length != 0 ? view.payload_length : view.payload.length;
+    return view.chunks.length != 0 ? view.payload_length : static_cast<uint32_t>(bytes_of(view.payload).size());
 }
 
 // The record in one piece, but for its payload: that only tells whether there is one.
@@ -76,16 +82,16 @@ inline uint32_t encoded_length(const nfc_ndef_record_view &view, const nfc_ndef_
     return fits ? nfc_ndef_record_get_byte_array_length(header) : 0;
 }
 
+// Writes the payload of a record in chunks.
+void write_chunks(const nfc_ndef_record_view &view, Writer &out);
+
 // Writes the payload of a record, in pieces or not.
-template <class Out> void write_payload(const nfc_ndef_record_view &view, Out &out)
+inline void write_payload(const nfc_ndef_record_view &view, Writer &out)
 {
-    if (view.chunks.length == 0) {
+    if (view.chunks.length == 0)
         out.bytes(bytes_of(view.payload));
-        return;
-    }
-    Reader in(bytes_of(view.chunks));
-    for (RecordView chunk; in.left() != 0 && find_record(in, chunk).reason == NFC_NDEF_MSG_VALID;)
-        out.bytes(chunk.payload());
+    else
+        write_chunks(view, out);
 }
 
 } // namespace ndef

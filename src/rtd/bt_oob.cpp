@@ -1,4 +1,4 @@
-// Building Bluetooth 2.1 out-of-band records, and freeing their fields.
+// Building Bluetooth 2.1 out-of-band records, and freeing what was read from them.
 #include "host/release.h"
 #include "record/build.h"
 #include "record/eir.h"

@@ -53,7 +53,7 @@ bool read_action(ByteView payload, uint8_t *action_flag, uint32_t *action_code, 
     }
     *action_record = nullptr;
     RecordView described;
-    if (find_record(in, described).reason != NFC_NDEF_MSG_VALID)
+    if (find_record_apart(in, described).reason != NFC_NDEF_MSG_VALID)
         return true;
     *action_record = described.make().release();
     return *action_record != nullptr;

@@ -54,7 +54,7 @@ int8_t rtdlib_text_record_extract(const nfc_ndef_record *record, uint8_t *utf16,
         return failure;
     if (view.language.length != 0)
         *language_code = copy_of(bytes_of(view.language)).release();
-    *text_length = view.text.length;
+    *text_length = static_cast<uint32_t>(view.text.length);
     *text = copy_of(bytes_of(view.text)).release();
     return success;
 }

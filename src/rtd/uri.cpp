@@ -51,7 +51,7 @@ int8_t rtdlib_uri_record_extract(const nfc_ndef_record *record, uint8_t *identif
         return failure;
     *identifier_code = view.identifier_code;
     *uri_field = nullptr;
-    *uri_field_length = view.field.length;
+    *uri_field_length = static_cast<uint32_t>(view.field.length);
     if (view.field.length != 0)
         *uri_field = copy_of(bytes_of(view.field)).release();
     return valid ? success : failure;

@@ -1,2 +1,2 @@
-/* The public header alone, as a strict C99 program sees it. */
-#include "nfc_ndef.h"
+/* The public headers alone, as a strict C99 program sees them. */
+#include "nfc_ndef_view.h"

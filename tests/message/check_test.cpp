@@ -1,3 +1,4 @@
+#include "agreement.h"
 #include "ndef.h"
 
 #include <fstream>
@@ -21,6 +22,7 @@ std::ostream &operator<<(std::ostream &out, const Verdict &v)
 Verdict check(const Bytes &data)
 {
     const Exact input(data);
+    EXPECT_STREQ(agreement::broken_by({input.data(), input.size()}), nullptr);
     nfc_ndef_msg_report report{99, 99, 99};
     const uint8_t valid = nfc_ndef_msg_check(input.data(), 0, input.size(), &report);
     EXPECT_EQ(valid, report.reason == NFC_NDEF_MSG_VALID);
@@ -54,9 +56,12 @@ const Case cases[] = {
     {"D101015461 510101", {NFC_NDEF_MSG_BYTES_LEFT_OVER, 1, 5}},
     {"1101015461 51010255", {NFC_NDEF_MSG_MB_MISSING, 0, 0}}, // the first that broke
     {"D102004763 51010055", {NFC_NDEF_MSG_MB_MISSING, 1, 5}},
+    {"1101015461 91010055 51010055", {NFC_NDEF_MSG_MB_MISSING, 0, 0}}, // as many flags as there should be
     {"9101015461 91010055 51010055", {NFC_NDEF_MSG_MB_REPEATED, 1, 5}},
+    {"9101015461 91010055 91010055 51010055", {NFC_NDEF_MSG_MB_REPEATED, 1, 5}},
     {"9101015461 11010055", {NFC_NDEF_MSG_ME_MISSING, 1, 5}},
     {"9102004763 51010055", {NFC_NDEF_MSG_ME_MISSING, 0, 0}},
+    {"B102004763 560000", {NFC_NDEF_MSG_ME_MISSING, 0, 0}}, // no chunk is one of several messages
     {"D102004763 91010055", {NFC_NDEF_MSG_ME_MISSING, 1, 5}},
     {"9103004763 78 51010055", {NFC_NDEF_MSG_VALID, 2, 10}},  // a type that only begins with "Gc"
     {"D102004763 FE", {NFC_NDEF_MSG_HEADER_CUT_SHORT, 1, 5}}, // where another message may follow

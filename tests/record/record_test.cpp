@@ -82,6 +82,7 @@ TEST(Record, IsMadeOfCopiesOfItsParts)
         std::fill(id.begin(), id.end(), untouched);
         std::fill(payload.begin(), payload.end(), untouched);
         EXPECT_EQ(described(made.get()), c.expected);
+        EXPECT_TRUE(c.type.format != NFC_NDEF_TNF_UNKNOWN || !made->record_type.name);
         EXPECT_EQ(made->record_type.name_length, made->record_type.name ? c.type.name_length : 0);
     }
     // The flag is for payloads below 255 bytes, although the wire form of 255 is short as well.

@@ -1,5 +1,7 @@
 #include "ndef.h"
 
+#include "agreement.h"
+
 #include <algorithm>
 #include <cctype>
 
@@ -109,7 +111,12 @@ Record well_known(std::string_view type_name, const Bytes &payload, const Bytes 
     return record(NFC_NDEF_TNF_WELL_KNOWN, type_name, payload, id);
 }
 
-Record with_payload(const Bytes &payload) { return record(NFC_NDEF_TNF_UNKNOWN, "", payload); }
+Record with_payload(const Bytes &payload)
+{
+    Record made = record(NFC_NDEF_TNF_UNKNOWN, "", payload);
+    EXPECT_STREQ(made ? agreement::broken_by(*made) : nullptr, nullptr) << hex(payload);
+    return made;
+}
 
 Message message(const std::vector<const nfc_ndef_record *> &records)
 {
@@ -128,6 +135,7 @@ Record decode(const Bytes &data)
 Message parse(const Bytes &data)
 {
     const Exact input(data);
+    EXPECT_STREQ(agreement::broken_by({input.data(), input.size()}), nullptr) << hex(data);
     return Message(under_test([&] { return nfc_ndef_msg_create_by_msg_offset(input.data(), 0, input.size()); }));
 }
 

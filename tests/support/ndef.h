@@ -54,12 +54,12 @@ RecordType type(uint32_t format, std::string_view name);
 Record record(uint32_t format, std::string_view type_name, const Bytes &payload, const Bytes &id = {});
 // A well-known "T", "U", ... record.
 Record well_known(std::string_view type_name, const Bytes &payload, const Bytes &id = {});
-// A record around a payload whose type no extractor looks at.
+// A record around a payload whose type no extractor looks at, and on which reading in place agrees with them.
 Record with_payload(const Bytes &payload);
 // A message of copies of the records.
 Message message(const std::vector<const nfc_ndef_record *> &records);
 
-// Decodes an exact copy of the bytes; null when refused.
+// Decodes an exact copy of the bytes, in which reading in place agrees; null when refused.
 Record decode(const Bytes &data);
 Message parse(const Bytes &data);
 // Encodes; no bytes when refused. Fails the test when pointer and length disagree.

@@ -4,10 +4,13 @@ json_test.py NDEF SCHEMA SAMPLES DATA"""
 import copy
 import json
 import pathlib
+import re
 import subprocess
 import sys
 
 import jsonschema
+
+from json_refusals import refusals
 
 ndef, schema_file, samples, data = (pathlib.Path(argument) for argument in sys.argv[1:])
 schema = json.loads(schema_file.read_text())
@@ -42,6 +45,20 @@ for message, again in round_trips:
     assert make(document).stdout == again, f"{message.hex()} became {make(document).stdout.hex()}"
 kinds = {option["$ref"].rsplit("/", 1)[1] for option in schema["$defs"]["members"]["oneOf"]}
 assert seen == kinds, kinds ^ seen
+
+# Records and their JSON, both by hand, for what reader and writer could both get wrong. In the bytes, text is quoted.
+for row in json.loads((data / "json-forms.json").read_text()):
+    message = bytes.fromhex(re.sub("'([^']*)'", lambda quoted: quoted[1].encode().hex(), row["hex"]))
+    document = {"records": row["records"]}
+    validator.validate(document)
+    assert as_json(message) == document, f"{row['about']}: {as_json(message)}"
+    assert make(document).stdout == message, f"{row['about']}: {make(document)}"
+
+for record, reason in refusals:
+    refused = make({"records": [record]})
+    printed = refused.stderr.decode().removeprefix("ndef: standard input: /records/0").rstrip("\n")
+    told = printed.startswith(reason[:-3]) if reason.endswith("...") else printed == reason
+    assert told and refused.returncode == 1 and refused.stdout == b"", f"{record}: {printed} instead of {reason}"
 
 # The schema that people find is the one that the command writes.
 assert subprocess.run([ndef, "json", "--schema"], stdout=subprocess.PIPE, check=True).stdout.decode() == schema_file.read_text()

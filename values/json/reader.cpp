@@ -355,7 +355,7 @@ template <class T> std::optional<T> read(const Record &record, bool alone)
 {
     nfc_ndef_record_view view{};
     view.payload = bytes_view(record.payload);
-    view.payload_length = view.payload.length;
+    view.payload_length = static_cast<uint32_t>(view.payload.length);
     view.flags = alone ? NFC_NDEF_FLAG_MB | NFC_NDEF_FLAG_ME : 0;
     return Kind<T>::read(view, Nesting());
 }

@@ -2,7 +2,6 @@
 
 #include "../bluetooth/structures.h"
 #include "../c_interface.h"
-#include "../printable.h"
 
 #include <fmt/format.h>
 

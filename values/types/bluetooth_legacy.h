@@ -2,6 +2,7 @@
 #pragma once
 
 #include "../kind.h"
+#include "../printable.h"
 #include "../spelling.h"
 
 #include <array>
@@ -43,7 +44,7 @@ template <> struct Kind<BluetoothLegacy> : Leaf {
         const std::optional<size_t> length = pairing_data_length(bluetooth.pairing_type);
         fields.require(length.has_value(), "pairing_type", "is not known");
         fields.require(bluetooth.pairing_data.size() == length.value_or(0), "pairing_data",
-                       "must be " + std::to_string(length.value_or(0)) + " bytes for this pairing_type");
+                       "must be " + count_of(length.value_or(0), "byte") + " for this pairing_type");
         fields.text_or_hex("local_name", bluetooth.local_name, at_most(248));
     }
 };

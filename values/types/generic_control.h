@@ -40,7 +40,7 @@ template <> struct Kind<GenericControl> : Nests<1> {
         fields.makes("action_flag", {0, 1});
         const bool has_code = control.action_flag.value_or(0) != 0;
         std::optional<uint8_t> code;
-        if (has_code)
+        if (!Fields::reads && has_code)
             code = control.action_code;
         fields.number("action_code", code);
         if constexpr (Fields::reads) {

@@ -83,20 +83,20 @@ std::optional<SmartPoster> Kind<SmartPoster>::read(const nfc_ndef_record_view &r
 nfc_ndef::Record Kind<SmartPoster>::make(const SmartPoster &poster)
 {
     const LentRecords titles(poster.titles), icons(poster.icons), others(poster.other_records);
-    const nfc_ndef::Record uri = to_handle(poster.uri_record), size = to_handle(poster.size_record),
-                           type = to_handle(poster.type_record);
+    const nfc_ndef::Record uri_record = to_handle(poster.uri_record), size_record = to_handle(poster.size_record),
+                           type_record = to_handle(poster.type_record);
     if (!titles.ok() || !icons.ok() || !others.ok())
         return nullptr;
-    return nfc_ndef::Record(rtdlib_smart_poster_record_create(titles.count(), titles.data(), uri.get(), poster.action,
-                                                              icons.count(), icons.data(), size.get(), type.get(),
-                                                              others.count(), others.data()));
+    return nfc_ndef::Record(rtdlib_smart_poster_record_create(
+        titles.count(), titles.data(), uri_record.get(), poster.action, icons.count(), icons.data(), size_record.get(),
+        type_record.get(), others.count(), others.data()));
 }
 
 void Kind<SmartPoster>::show(const SmartPoster &poster, View &view)
 {
     show_uri(*poster.uri_record, view);
-    for (const Record &title : poster.titles)
-        show_title(title, view);
+    for (const Record &record : poster.titles)
+        show_title(record, view);
     if (poster.action != 255)
         view.field("action", fmt::format("{} ({})", Names(poster_actions).title_of(poster.action), poster.action));
     for (const Record &icon : poster.icons)

@@ -42,9 +42,10 @@ template <> struct Kind<Text> : Leaf {
             plain = plain_of(text);
         fields.choice("byte_order_mark", plain.mark, marks, Presence::optional);
         fields.require(plain.mark == 0 || text.utf16, "byte_order_mark", "is for UTF-16 only");
-        fields.text_or_hex("text", plain.text, {1}, Presence::required);
+        fields.text_or_hex("text", plain.text, {}, Presence::required);
         if constexpr (Fields::reads)
             text.text = encoded(plain, text.utf16);
+        fields.require(!text.text.empty(), "text", "must not be empty"); // a byte order mark alone is a text
     }
 
 private:

@@ -13,12 +13,18 @@ std::string reason_of(const nfc_ndef_msg_report &report)
                        nfc_ndef_msg_check_text(report.reason));
 }
 
+nfc_ndef_msg_view open_message(nfc_ndef::values::ByteView bytes, const std::string &path)
+{
+    nfc_ndef_msg_view message;
+    nfc_ndef_msg_report report;
+    if (nfc_ndef_msg_view_open({bytes.data(), static_cast<uint32_t>(bytes.size())}, &message, &report))
+        return message;
+    throw Failure(exit_refused, fmt::format("{}: not an NDEF message: {}", name_of_input(path), reason_of(report)));
+}
+
 nfc_ndef::values::Records parse_message(nfc_ndef::values::ByteView bytes, const std::string &path)
 {
-    nfc_ndef_msg_report report{};
-    if (std::optional<nfc_ndef::values::Records> records = nfc_ndef::values::decode(bytes, {}, &report))
-        return *std::move(records);
-    throw Failure(exit_refused, fmt::format("{}: not an NDEF message: {}", name_of_input(path), reason_of(report)));
+    return nfc_ndef::values::decode(open_message(bytes, path));
 }
 
 } // namespace tool

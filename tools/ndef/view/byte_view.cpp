@@ -18,22 +18,15 @@ class ByteRows {
 public:
     ByteRows(Tree &tree, unsigned depth) : tree_(tree), depth_(depth) {}
 
-    void record(const WireRecord &record, size_t base)
+    // A record, chunk by chunk, that starts at an offset.
+    void record(ByteView record, size_t offset)
     {
-        size_t at = 0;
-        const auto take = [&](size_t length, const std::string &meaning, Ascii ascii = Ascii::no) {
-            rows(base + record.offset + at, record.bytes.subspan(at, length), meaning, ascii);
-            at += length;
-        };
-        take(1, fmt::format("header: {}, {}", flag_names(record.header),
-                            Names(type_name_formats).title_of(record.format())));
-        take(1, fmt::format("type length: {}", record.type.size()));
-        take(record.has(WireRecord::sr) ? 1 : 4, fmt::format("payload length: {}", record.payload.size()));
-        if (record.has(WireRecord::il))
-            take(1, fmt::format("id length: {}", record.id.size()));
-        take(record.type.size(), "type", Ascii::yes);
-        take(record.id.size(), "id", Ascii::yes);
-        payload(record, base + record.offset + at);
+        nfc_ndef_record_view chunk;
+        while (!record.empty()) {
+            const ByteView bytes = take_chunk(record, chunk);
+            header(bytes, chunk, offset);
+            offset += bytes.size();
+        }
     }
 
     // A message that starts at an offset behind a byte of its own, or not; false when the bytes are no message.
@@ -42,7 +35,8 @@ public:
         if (payload.size() <= prefix_length)
             return false;
         const ByteView message = payload.subspan(prefix_length);
-        if (nfc_ndef_msg_check(message.data(), 0, static_cast<uint32_t>(message.size()), nullptr) == 0)
+        nfc_ndef_msg_view records;
+        if (!nfc_ndef_msg_view_open({message.data(), static_cast<uint32_t>(message.size())}, &records, nullptr))
             return false;
         if (prefix_length > 0)
             rows(offset, payload.first(prefix_length), "payload, before the nested message", Ascii::no);
@@ -52,17 +46,36 @@ public:
             return true;
         }
         ByteRows deeper(tree_, depth_ + 1);
-        for (const WireRecord &record : wire_records(message))
-            deeper.record(record, offset + prefix_length);
+        offset += prefix_length;
+        nfc_ndef_record_view view;
+        for (ByteView bytes = bytes_of_next(records, view); !bytes.empty(); bytes = bytes_of_next(records, view)) {
+            deeper.record(bytes, offset);
+            offset += bytes.size();
+        }
         return true;
     }
 
 private:
-    void payload(const WireRecord &record, size_t offset)
+    void header(ByteView bytes, const nfc_ndef_record_view &chunk, size_t offset)
     {
-        const auto prefix_length = nested_at(record.format(), record.type);
-        if (record.has(WireRecord::cf) || !prefix_length || !nested(record.payload, *prefix_length, offset))
-            rows(offset, record.payload, "payload", Ascii::yes);
+        size_t at = 0;
+        const auto take = [&](size_t length, const std::string &meaning, Ascii ascii = Ascii::no) {
+            rows(offset + at, bytes.subspan(at, length), meaning, ascii);
+            at += length;
+        };
+        take(1,
+             fmt::format("header: {}, {}", flag_names(chunk.flags), Names(type_name_formats).title_of(chunk.format)));
+        take(1, fmt::format("type length: {}", chunk.type.length));
+        take((chunk.flags & NFC_NDEF_FLAG_SR) != 0 ? 1 : 4, fmt::format("payload length: {}", chunk.payload_length));
+        if ((chunk.flags & NFC_NDEF_FLAG_IL) != 0)
+            take(1, fmt::format("id length: {}", chunk.id.length));
+        take(chunk.type.length, "type", Ascii::yes);
+        take(chunk.id.length, "id", Ascii::yes);
+        const ByteView payload = bytes.subspan(at);
+        const auto prefix_length = nested_at(chunk.format, {chunk.type.data, chunk.type.length});
+        const bool in_chunks = (chunk.flags & NFC_NDEF_FLAG_CF) != 0;
+        if (in_chunks || !prefix_length || !nested(payload, *prefix_length, offset + at))
+            rows(offset + at, payload, "payload", Ascii::yes);
     }
 
     void rows(size_t offset, ByteView bytes, std::string_view meaning, Ascii ascii)
@@ -85,10 +98,37 @@ private:
 
 } // namespace
 
-void view_bytes(Tree &tree, std::span<const WireRecord> chunks)
+std::string flag_names(unsigned flags)
 {
-    for (const WireRecord &chunk : chunks)
-        ByteRows(tree, 0).record(chunk, 0);
+    constexpr std::pair<unsigned, std::string_view> names[] = {{NFC_NDEF_FLAG_MB, "MB"},
+                                                               {NFC_NDEF_FLAG_ME, "ME"},
+                                                               {NFC_NDEF_FLAG_CF, "CF"},
+                                                               {NFC_NDEF_FLAG_SR, "SR"},
+                                                               {NFC_NDEF_FLAG_IL, "IL"}};
+    std::string set;
+    for (const auto &[flag, name] : names)
+        if ((flags & flag) != 0)
+            set.append(set.empty() ? "" : " ").append(name);
+    return set;
 }
+
+ByteView bytes_of_next(nfc_ndef_msg_view &message, nfc_ndef_record_view &record)
+{
+    const nfc_ndef_bytes before = message.rest;
+    if (!nfc_ndef_msg_view_next(&message, &record))
+        return {};
+    return {before.data, before.length - message.rest.length};
+}
+
+ByteView take_chunk(ByteView &bytes, nfc_ndef_record_view &chunk)
+{
+    nfc_ndef_msg_report report;
+    nfc_ndef_record_view_read({bytes.data(), static_cast<uint32_t>(bytes.size())}, &chunk, &report);
+    const ByteView taken = bytes.first(report.offset);
+    bytes = bytes.subspan(report.offset);
+    return taken;
+}
+
+void view_bytes(Tree &tree, ByteView record) { ByteRows(tree, 0).record(record, 0); }
 
 } // namespace tool

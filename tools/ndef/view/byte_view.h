@@ -2,11 +2,21 @@
 #pragma once
 
 #include "view/tree.h"
-#include "view/wire.h"
+
+#include <nfc_ndef_view.h>
 
 namespace tool {
 
-// Shows a record that came in these chunks.
-void view_bytes(Tree &tree, std::span<const WireRecord> chunks);
+// "MB ME SR" of the flags in a header.
+std::string flag_names(unsigned flags);
+
+// The bytes of the record that a view of a message hands out next, with all its chunks.
+ByteView bytes_of_next(nfc_ndef_msg_view &message, nfc_ndef_record_view &record);
+
+// Takes the next header with what belongs to it from the bytes of a record: one of its chunks, or all of it.
+ByteView take_chunk(ByteView &bytes, nfc_ndef_record_view &chunk);
+
+// Shows the bytes of a record.
+void view_bytes(Tree &tree, ByteView record);
 
 } // namespace tool

@@ -14,7 +14,8 @@ namespace {
 
 using namespace nfc_ndef::values;
 
-const std::string not_followed = fmt::format("nested deeper than {} records: not followed", max_nesting);
+const std::string too_deep = fmt::format("nested deeper than {} records: not followed", max_nesting);
+const std::string too_many = fmt::format("behind {} other records: not followed", max_records_in_all);
 
 // Text that may be long, cut at the start of a character.
 std::string text_field(const Tree &tree, ByteView text, View::Encoding encoding)
@@ -97,7 +98,7 @@ private:
         tree_.heading(fmt::format("{}: {}", name, title_of(record)));
         const Tree::Deeper deeper(tree_);
         if (depth_ + 1 > max_nesting)
-            return tree_.warning(not_followed);
+            return tree_.warning(too_deep);
         const bool is_generic = std::holds_alternative<Generic>(record.content);
         if (is_generic)
             tree_.field("type", printable_type(record));
@@ -114,7 +115,7 @@ private:
         if (generic.malformed)
             tree_.warning(fmt::format("malformed: {}", fault()));
         if (generic.unopened && nested_at(record_.format, record_.type))
-            tree_.warning(not_followed);
+            tree_.warning(depth_ == max_nesting ? too_deep : too_many);
         if (bluetooth_le.matches(record_.format, text_of(record_.type)))
             show_structures(record_.payload, *this);
         else if (options_.dump_payloads)

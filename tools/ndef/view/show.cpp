@@ -15,35 +15,39 @@ namespace {
 using namespace nfc_ndef::values;
 
 // The flags of a record's first header, with ME from its last chunk, and what is out of the ordinary.
-std::string flags_of(std::span<const WireRecord> chunks)
+std::string flags_of(ByteView bytes)
 {
-    const WireRecord &first = chunks.front();
-    std::string flags = flag_names(first.header | (chunks.back().header & WireRecord::me));
+    nfc_ndef_record_view first, last;
+    take_chunk(bytes, first);
+    last = first;
+    size_t chunks = 1;
+    for (; !bytes.empty(); ++chunks)
+        take_chunk(bytes, last);
+    std::string flags = flag_names(first.flags | (last.flags & NFC_NDEF_FLAG_ME));
     const auto remark = [&](std::string_view text) { flags.append(flags.empty() ? "" : ", ").append(text); };
-    if (chunks.size() > 1)
-        remark(fmt::format("joined from {} chunks", chunks.size()));
-    else if (!first.has(WireRecord::sr) && first.payload.size() < 256)
+    if (chunks > 1)
+        remark(fmt::format("joined from {} chunks", chunks));
+    else if ((first.flags & NFC_NDEF_FLAG_SR) == 0 && first.payload_length < 256)
         remark("long form of a short payload length");
-    if (first.has(WireRecord::il) && first.id.empty())
+    if ((first.flags & NFC_NDEF_FLAG_IL) != 0 && first.id.length == 0)
         remark("an id length of 0");
     return flags;
 }
 
-void view_record(Tree &tree, const Record &record, const Records &message, std::span<const WireRecord> chunks,
-                 const ShowOptions &options)
+void view_record(Tree &tree, const Record &record, const Records &message, ByteView bytes, const ShowOptions &options)
 {
     const Tree::Deeper deeper(tree);
     tree.field("type", printable_type(record));
     if (!record.id.empty())
         tree.field("id", quoted_utf8(record.id));
-    if (const std::string flags = flags_of(chunks); !flags.empty())
+    if (const std::string flags = flags_of(bytes); !flags.empty())
         tree.field("flags", flags);
     tree.field("payload", count_of(record.payload.size(), "byte"));
     view_content(tree, record, message, {.dump_payloads = !options.bytes});
     if (options.bytes) {
         tree.heading("bytes");
         const Tree::Deeper rows(tree);
-        view_bytes(tree, chunks);
+        view_bytes(tree, bytes);
     }
 }
 
@@ -52,13 +56,19 @@ void view_record(Tree &tree, const Record &record, const Records &message, std::
 void run_show(const ShowOptions &options)
 {
     const std::vector<uint8_t> bytes = read_ndef(options.path, options.input);
-    const Records records = parse_message(bytes, options.path);
-    const std::vector<WireRecord> on_the_wire = wire_records(bytes);
-    const auto chunks = joined(on_the_wire);
+    nfc_ndef_msg_view message = open_message(bytes, options.path);
+    std::vector<ByteView> on_the_wire;
+    Records records;
+    const Nesting nesting;
+    nfc_ndef_record_view record;
+    for (ByteView next = bytes_of_next(message, record); !next.empty(); next = bytes_of_next(message, record)) {
+        on_the_wire.push_back(next);
+        records.push_back(decode(record, nesting));
+    }
     Tree tree(wants_color(options.color), options.everything);
     for (size_t i = 0; i < records.size(); ++i) {
         tree.heading(fmt::format("Record {}: {}", i + 1, title_of(records[i])));
-        view_record(tree, records[i], records, chunks.at(i), options);
+        view_record(tree, records[i], records, on_the_wire[i], options);
         write_output(tree.take());
     }
 }
