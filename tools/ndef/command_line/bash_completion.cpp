@@ -24,7 +24,7 @@ std::string values_of(const Option &option)
 std::string cases_of(const Command &command, const std::string &path, bool outermost)
 {
     std::vector<std::string> words;
-    std::string values = "words= files=", options;
+    std::string values = "words='' files=''", options;
     for (const Command &below : command.commands)
         words.emplace_back(below.name);
     for (const Option *option : command.options) {
@@ -66,7 +66,7 @@ constexpr std::string_view beginning = R"(# Completion of the % command for bash
 _%()
 {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-    local command='%' words= files= word
+    local command='%' words='' files='' word
     # Bash splits --color=auto into three words.
     [[ $current == = ]] && current=
     [[ $previous == = ]] && previous=${COMP_WORDS[COMP_CWORD - 2]}

@@ -77,7 +77,7 @@ public:
     {
         std::string name = app_.get_name();
         for (const CLI::App *parent = app_.get_parent(); parent; parent = parent->get_parent())
-            name = parent->get_name() + ' ' + name;
+            name.insert(0, parent->get_name() + ' ');
         return name;
     }
 
