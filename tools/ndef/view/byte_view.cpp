@@ -129,6 +129,6 @@ ByteView take_chunk(ByteView &bytes, nfc_ndef_record_view &chunk)
     return taken;
 }
 
-void view_bytes(Tree &tree, ByteView record) { ByteRows(tree, 0).record(record, 0); }
+void view_bytes(Tree &tree, ByteView record, size_t offset) { ByteRows(tree, 0).record(record, offset); }
 
 } // namespace tool

@@ -16,7 +16,7 @@ ByteView bytes_of_next(nfc_ndef_msg_view &message, nfc_ndef_record_view &record)
 // Takes the next header with what belongs to it from the bytes of a record: one of its chunks, or all of it.
 ByteView take_chunk(ByteView &bytes, nfc_ndef_record_view &chunk);
 
-// Shows the bytes of a record.
-void view_bytes(Tree &tree, ByteView record);
+// Shows the bytes of a record, which lies at an offset in its message.
+void view_bytes(Tree &tree, ByteView record, size_t offset);
 
 } // namespace tool

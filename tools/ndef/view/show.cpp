@@ -34,7 +34,8 @@ std::string flags_of(ByteView bytes)
     return flags;
 }
 
-void view_record(Tree &tree, const Record &record, const Records &message, ByteView bytes, const ShowOptions &options)
+void view_record(Tree &tree, const Record &record, const Records &message, ByteView bytes, size_t offset,
+                 const ShowOptions &options)
 {
     const Tree::Deeper deeper(tree);
     tree.field("type", printable_type(record));
@@ -47,7 +48,7 @@ void view_record(Tree &tree, const Record &record, const Records &message, ByteV
     if (options.bytes) {
         tree.heading("bytes");
         const Tree::Deeper rows(tree);
-        view_bytes(tree, bytes);
+        view_bytes(tree, bytes, offset);
     }
 }
 
@@ -68,7 +69,8 @@ void run_show(const ShowOptions &options)
     Tree tree(wants_color(options.color), options.everything);
     for (size_t i = 0; i < records.size(); ++i) {
         tree.heading(fmt::format("Record {}: {}", i + 1, title_of(records[i])));
-        view_record(tree, records[i], records, on_the_wire[i], options);
+        const auto offset = static_cast<size_t>(on_the_wire[i].data() - bytes.data());
+        view_record(tree, records[i], records, on_the_wire[i], offset, options);
         write_output(tree.take());
     }
 }
