@@ -109,7 +109,8 @@ void Kind<Text>::show(const Text &text, View &view)
 
 Kind<Text>::Plain Kind<Text>::plain_of(const Text &text)
 {
-    if (const std::optional<std::string> utf8 = utf8_of(text))
+    // A mark alone is a text of bytes: JSON has no empty text.
+    if (const std::optional<std::string> utf8 = utf8_of(text); utf8 && !utf8->empty())
         return {static_cast<uint8_t>(byte_order_mark_of(text)), {*utf8, true}};
     return {0, {std::string(text_of(text.text)), false}};
 }
