@@ -16,21 +16,7 @@ void expect(bool holds, const char *what)
     std::exit(2);
 }
 
-class Records {
-public:
-    Records() = default;
-    Records(const Records &) = delete;
-    Records &operator=(const Records &) = delete;
-    ~Records()
-    {
-        for (uint8_t i = 0; i < count; ++i)
-            nfc_ndef_record_delete(&records[i]);
-        os_block_dealloc(records);
-    }
-
-    uint8_t count = 0;
-    nfc_ndef_record **records = nullptr;
-};
+using Records = nfc_ndef::Array<nfc_ndef::Record>;
 
 void extract_carrier(const nfc_ndef_record *carrier)
 {
@@ -65,9 +51,10 @@ void extract_poster(const Input &input)
     Records titles, icons, others;
     nfc_ndef::Record uri, size, type;
     uint32_t action = 0;
-    const int8_t result = rtdlib_smart_poster_record_extract(
-        nfc_ndef_msg_get_record_by_index(message.get(), 0), &titles.count, &titles.records, nfc_ndef::out(uri), &action,
-        &icons.count, &icons.records, nfc_ndef::out(size), nfc_ndef::out(type), &others.count, &others.records);
+    const int8_t result =
+        rtdlib_smart_poster_record_extract(nfc_ndef_msg_get_record_by_index(message.get(), 0), titles.out_count(),
+                                           titles.out(), nfc_ndef::out(uri), &action, icons.out_count(), icons.out(),
+                                           nfc_ndef::out(size), nfc_ndef::out(type), others.out_count(), others.out());
     expect(result == 1, "extract a Smart Poster");
     benchmark::DoNotOptimize(action);
 }
@@ -78,14 +65,14 @@ void extract_handover(const Input &input)
     nfc_ndef::Record collision;
     Records carriers;
     uint8_t version = 0;
-    const int8_t result =
-        rtdlib_handover_request_record_extract(nfc_ndef_msg_get_record_by_index(message.get(), 0),
-                                               nfc_ndef::out(collision), &carriers.count, &carriers.records, &version);
-    expect(result == 1 && carriers.count == 2, "extract a Handover Request");
+    const int8_t result = rtdlib_handover_request_record_extract(nfc_ndef_msg_get_record_by_index(message.get(), 0),
+                                                                 nfc_ndef::out(collision), carriers.out_count(),
+                                                                 carriers.out(), &version);
+    expect(result == 1 && carriers.size() == 2, "extract a Handover Request");
     uint16_t number = 0;
     expect(rtdlib_collision_resolution_record_extract(collision.get(), &number) == 1, "extract a collision number");
-    for (uint8_t i = 0; i < carriers.count; ++i)
-        extract_carrier(carriers.records[i]);
+    for (const nfc_ndef_record *carrier : carriers)
+        extract_carrier(carrier);
     nfc_ndef::BluetoothOob fields;
     expect(rtdlib_bt_2_1_configuration_data_record_extract(nfc_ndef_msg_get_record_by_index(message.get(), 1),
                                                            nfc_ndef::out(fields)) == 1,

@@ -40,7 +40,7 @@ bool release(void *block)
     return true;
 }
 
-template <class Object, class Encode> Bytes encoded_by(Encode encode, const Object &object)
+Bytes encoded_by(auto encode, const auto &object)
 {
     nfc_ndef::Block<> block;
     const auto length = encode(&object, nfc_ndef::out(block));
@@ -58,9 +58,9 @@ void must(bool holds, const char *property, const char *file, unsigned line)
     std::abort();
 }
 
-Memory::Memory() : bytes_before_(live_bytes), allocations_before_(asked) { peak_bytes = live_bytes; }
-size_t Memory::peak() const { return peak_bytes - bytes_before_; }
-size_t Memory::allocations() const { return asked - allocations_before_; }
+Memory::Memory() : bytes_before(live_bytes), allocations_before(asked) { peak_bytes = live_bytes; }
+size_t Memory::peak() const { return peak_bytes - bytes_before; }
+size_t Memory::allocations() const { return asked - allocations_before; }
 
 void fail_allocation(size_t n)
 {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace fuzz {
@@ -20,17 +21,13 @@ void run(ByteView input);
 // Stops the program, which is how the fuzzer learns of a finding.
 void must(bool holds, const char *property, const char *file = __builtin_FILE(), unsigned line = __builtin_LINE());
 
-// --- the host's memory ---
-
 // What the blocks handed out since this object was made took at most, in bytes as asked for.
-class Memory {
-public:
+struct Memory {
     Memory();
     size_t peak() const;
     size_t allocations() const;
 
-private:
-    size_t bytes_before_, allocations_before_;
+    const size_t bytes_before, allocations_before;
 };
 
 // Makes the n-th allocation from here, counted from 1, return null.
@@ -49,8 +46,6 @@ constexpr size_t most_memory(size_t length)
     return std::max(cost_of_message, sizeof(nfc_ndef_bt_rtd_2_1_str)) + bytes_per_byte * length;
 }
 
-// --- an input, taken apart ---
-
 class Input {
 public:
     explicit Input(ByteView bytes) : left_(bytes) {}
@@ -67,7 +62,6 @@ public:
         const ByteView byte = take(1);
         return byte.empty() ? uint8_t{0} : byte[0];
     }
-    ByteView field() { return take(u8()); } // a length and as many bytes, at most 255
 
 private:
     ByteView left_;
@@ -80,8 +74,6 @@ inline uint32_t length32(ByteView bytes) { return static_cast<uint32_t>(bytes.si
 
 inline bool equal(ByteView a, ByteView b) { return std::equal(a.begin(), a.end(), b.begin(), b.end()); }
 
-// --- records ---
-
 inline ByteView payload_of(const nfc_ndef_record &record) { return {record.payload, record.payload_length}; }
 inline ByteView id_of(const nfc_ndef_record &record) { return {record.id, record.id_length}; }
 inline ByteView name_of(const nfc_ndef_record &record)
@@ -92,10 +84,10 @@ inline ByteView name_of(const nfc_ndef_record &record)
 // The same type, id and payload.
 bool same(const nfc_ndef_record &a, const nfc_ndef_record &b);
 
-// Chunks can give an empty record a payload, which parses, but has no wire form in one piece.
+// Chunks can give an empty record a payload, and editing an id: then it has no wire form in one piece.
 inline bool is_encodable(const nfc_ndef_record &record)
 {
-    return record.record_type.format != NFC_NDEF_TNF_EMPTY || record.payload_length == 0;
+    return record.record_type.format != NFC_NDEF_TNF_EMPTY || (!record.payload && !record.id);
 }
 
 // The wire form; empty when there is none.
@@ -103,9 +95,9 @@ Bytes encoded(const nfc_ndef_record &record);
 Bytes encoded(const nfc_ndef_msg &message);
 
 nfc_ndef::Record make_record(uint32_t format, ByteView name, ByteView id, ByteView payload);
-inline ByteView bytes_of(const char *text)
+inline ByteView bytes_of(std::string_view text)
 {
-    return {reinterpret_cast<const uint8_t *>(text), std::char_traits<char>::length(text)};
+    return {reinterpret_cast<const uint8_t *>(text.data()), text.size()};
 }
 
 } // namespace fuzz

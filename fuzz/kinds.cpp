@@ -1,13 +1,10 @@
 // The types of record as values: the input's first byte says which type, the second whether the rest is a payload to
-// read or the members to make a record of. All goes over the one list of types, so that a new one takes part by itself.
-#include "fuzz.h"
-#include "printable.h"
+// read or members to make a record of. All goes over the one list of types, so that a new one takes part by itself.
+#include "values.h"
 
-#include <nfc_ndef/values.h>
+#include <nfc_ndef/printable.h>
 
 #include <nlohmann/json.hpp>
-
-#include <numeric>
 
 using namespace fuzz;
 namespace values = nfc_ndef::values;
@@ -20,136 +17,78 @@ class Arbitrary {
 public:
     template <class T> using Value = T;
     using Name = std::string_view;
-    using Presence = values::Presence;
-    using Sizes = values::Sizes;
     static constexpr bool reads = true;
 
     explicit Arbitrary(Input &in) : in_(in) {}
 
-    void flag(Name, bool &value) { value = some(); }
-    template <class Number> void number(Name, Number &value)
+    void flag(Name, auto &value) { fill(value); }
+    void number(Name, auto &value, auto...) { fill(value); }
+    void version(Name, auto &value) { fill(value); }
+    void choice(Name, auto &value, auto...) { fill(value); }
+    void text_or_hex(Name, auto &value, values::Sizes = {}, values::Presence = {}) { fill(value); }
+    void texts(Name, auto &value, values::Sizes = {}) { fill(value); }
+    void bytes(Name, auto &value, values::Sizes = {}) { fill(value); }
+    void spelled(Name, auto &value, auto...) { fill(value); }
+    void spelled_list(Name, auto &value, auto...) { fill(value); }
+    void record(Name, auto &value, Name type, auto...) { fill(value, type); }
+    void record_with_flags(Name, auto &value, auto &flags)
     {
-        for (size_t i = 0; i < sizeof value; ++i)
-            value = static_cast<Number>(value << 8 | in_.u8());
+        fill(value), flags = {any<bool>(), any<bool>(), any<bool>()};
     }
-    template <class Number> void number(Name name, std::optional<Number> &value, Presence = {})
+    void records(Name, auto &value, Name type = {}) { fill(value, type); }
+    void records_kept(Name, auto &) {}
+    void objects(Name, auto &value, auto map_entry)
     {
-        if (some())
-            number(name, value.emplace());
+        value.resize(in_.u8());
+        for (auto &entry : value)
+            map_entry(*this, entry);
     }
-    void version(Name name, uint8_t &value) { number(name, value); }
-    void choice(Name, uint8_t &value, values::Names names, Presence = {})
-    {
-        const uint8_t any = in_.u8(), number = any & 31;
-        const bool named = number < names.end() - names.begin();
-        value = any >= 0xE0 ? any : named ? static_cast<uint8_t>(names.begin()[number].value) : uint8_t{0};
-    }
-    void text_or_hex(Name, values::TextOrBytes &value, Sizes sizes = {}, Presence = {})
-    {
-        take(value.bytes, sizes);
-        value.is_text = values::is_utf8(value.bytes);
-    }
-    template <class Container> void text_or_hex(Name, Container &value, Sizes sizes = {}, Presence = {})
-    {
-        take(value, sizes);
-    }
-    void texts(Name, std::vector<std::string> &texts, Sizes sizes)
-    {
-        each(texts, [&](std::string &text) { take(text, sizes); });
-    }
-    void bytes(Name, Bytes &value, Sizes sizes = {}) { take(value, sizes); }
-    template <size_t N> void bytes(Name, std::array<uint8_t, N> &value)
-    {
-        std::ranges::copy(in_.take(N), value.begin());
-    }
-    template <class... Rest> void spelled(Name name, auto &value, const values::Spelling &, Rest...)
-    {
-        if constexpr (requires { value.emplace(); })
-            some() ? bytes(name, value.emplace()) : value.reset();
-        else
-            bytes(name, value);
-    }
-    void spelled_list(Name, Bytes &value, const values::Spelling &spelling, Sizes counts)
-    {
-        take(value, {0, counts.most * spelling.length});
-        if (some())
-            value.resize(value.size() / spelling.length * spelling.length);
-    }
-    void record(Name, values::OptionalRecord &value, std::string_view type, Presence = {})
-    {
-        if (some())
-            value = nested(type);
-    }
-    void record_with_flags(Name name, values::OptionalRecord &value, auto &flags)
-    {
-        flags = {some(), some(), some()};
-        record(name, value, "");
-    }
-    void records(Name, values::Records &records, std::string_view type = {})
-    {
-        each(records, [&](values::Record &record) { record = nested(type); });
-    }
-    void records_kept(Name, values::Records &) {}
-    template <class T, class MapEntry> void objects(Name, std::vector<T> &values, MapEntry map_entry)
-    {
-        each(values, [&](T &value) { map_entry(*this, value); });
-    }
-    void makes(Name, std::initializer_list<std::string_view>) {}
-    void makes(Name, std::initializer_list<unsigned>) {}
+    template <class T> void makes(Name, std::initializer_list<T>) {}
     void needs(Name, Name) {}
     void require(bool, Name, const std::string &) {}
 
 private:
-    bool some() { return (in_.u8() & 1) != 0; }
-
-    // Any number of bytes, with one byte for each bound and what is just beyond.
-    void take(auto &value, Sizes sizes)
+    template <class T> T any()
     {
-        const size_t most = std::min<size_t>(sizes.most, UINT8_MAX), any = in_.u8();
-        const size_t length = any == 0xFF ? most + 1 : any == 0xFE ? most : any;
-        const ByteView taken = in_.take(length);
-        value.assign(taken.begin(), taken.end());
-        value.resize(length, 'x');
+        T value{};
+        fill(value);
+        return value;
     }
-    void each(auto &list, auto fill)
+    void fill(bool &value) { value = (in_.u8() & 1) != 0; }
+    void fill(uint8_t &value) { value = in_.u8(); }
+    void fill(uint16_t &value) { value = static_cast<uint16_t>(any<uint8_t>() << 8 | in_.u8()); }
+    void fill(std::string &value) { value = values::text_of(any<Bytes>()); }
+    void fill(values::TextOrBytes &value) { fill(value.bytes), value.is_text = values::is_utf8(value.bytes); }
+    template <size_t N> void fill(std::array<uint8_t, N> &value) { std::ranges::copy(in_.take(N), value.begin()); }
+    template <class T> void fill(std::vector<T> &values)
     {
-        const uint8_t count = in_.u8();
-        list.resize(count == 0xFF ? 256 : count & 7);
-        std::ranges::for_each(list, fill);
+        values.resize(any<uint8_t>() + any<bool>()); // up to more than a byte can say
+        for (T &value : values)
+            fill(value);
     }
-    values::Record nested(std::string_view well_known)
+    template <class T> void fill(std::optional<T> &value)
     {
-        static constexpr std::array types{values::media("image/png"), values::media("VIDEO/mp4"),
-                                          values::external("a:b"), values::well_known("T")};
-        const values::Type type = well_known.empty() ? types[in_.u8() % types.size()] : values::well_known(well_known);
-        values::Record record = values::generic_record(type, {});
-        take(record.payload, {});
-        take(record.id, {});
-        return record;
+        if (any<bool>())
+            fill(value.emplace());
+    }
+    void fill(values::OptionalRecord &value, Name type = {})
+    {
+        if (any<bool>())
+            value = any_record(type);
+    }
+    void fill(values::Records &values, Name type)
+    {
+        for (size_t count = in_.u8() & 63; count > 0; --count) // which can be read, whatever else is in the message
+            values.push_back(any_record(type));
+    }
+    values::Record any_record(Name type)
+    {
+        const values::Type any_type = type.empty() ? values::media("image/png") : values::well_known(type);
+        return values::generic_record(any_type, any<Bytes>(), any<Bytes>());
     }
 
     Input &in_;
 };
-
-class Watched final : public values::View {
-public:
-    explicit Watched(const values::Record &record) : payload_(record.payload) {}
-    void field(std::string_view, std::string_view printable) override { must_be_printable(printable); }
-    void text(std::string_view, ByteView, Encoding, std::string_view remark) override { must_be_printable(remark); }
-    void bytes(std::string_view, ByteView) override {}
-    void warning(std::string_view printable) override { must_be_printable(printable); }
-    void record(std::string_view, const values::Record &) override {}
-    void records(std::string_view, const values::Records &) override {}
-    void message(std::string_view, const values::Records &) override {}
-    void reference(std::string_view, ByteView) override {}
-    ByteView payload() const override { return payload_; }
-
-private:
-    ByteView payload_;
-};
-
-// A record by itself, from its bytes.
-values::Record reread(const values::Record &record) { return values::decode(*values::encode({record})).value().at(0); }
 
 std::optional<values::Record> accepted(const std::string &json)
 {
@@ -160,25 +99,10 @@ std::optional<values::Record> accepted(const std::string &json)
     }
 }
 
-template <class T> void check(const values::Record &record, const T &value)
-{
-    Watched view(record);
-    Kind<T>::show(value, view);
-    const std::string json = values::to_json({record});
-    must_be_printable(json);
-    std::optional<values::Record> made = accepted(json);
-    must(made == record, "the JSON of a record makes its bytes");
+// The message of this record alone, from its bytes.
+values::Records reread(const values::Record &record) { return values::decode(*values::encode({record})).value(); }
 
-    // Without the payload, which is there when other bytes than what the members make were read.
-    nlohmann::json members = nlohmann::json::parse(json);
-    if (members["records"][0].erase("payload") != 0)
-        made = accepted(members.dump());
-    if (!made)
-        return;
-    const values::Record again = reread(*made);
-    const T *const same = std::get_if<T>(&again.content);
-    must(same && *same == value, "what the members make reads as these members");
-}
+template <class T> const T *read_as(const values::Records &message) { return std::get_if<T>(&message[0].content); }
 
 template <class T> void read(ByteView payload, bool alone)
 {
@@ -190,10 +114,16 @@ template <class T> void read(ByteView payload, bool alone)
     must(memory.allocations() == 0, "values are read in place");
     if (!value)
         return;
-    const values::Record again = reread(values::decode(*record));
-    const T *const same = std::get_if<T>(&again.content);
-    must(same && *same == *value, "a record reads the same in a message");
-    check(again, *value);
+    const values::Records message = reread(values::decode(*record));
+    must(read_as<T>(message) && *read_as<T>(message) == *value, "a record reads the same in a message");
+    // Without the payload, which is there when what the members make has another one.
+    nlohmann::json members = nlohmann::json::parse(check(message));
+    if (members["records"][0].erase("payload") == 0)
+        return;
+    if (const auto made = accepted(members.dump())) {
+        const values::Records again = reread(*made);
+        must(read_as<T>(again) && *read_as<T>(again) == *value, "what the members make reads as these members");
+    }
 }
 
 template <class T> void make(Input &in)
@@ -204,9 +134,9 @@ template <class T> void make(Input &in)
     const std::optional<values::Record> made = values::build(value);
     if (!made)
         return;
-    const values::Record again = reread(*made);
-    if (const T *const read = std::get_if<T>(&again.content))
-        check(again, *read);
+    const values::Records message = reread(*made);
+    if (read_as<T>(message))
+        check(message);
     else
         must(!accepted(values::to_json({*made})), "what JSON accepts reads");
 }
@@ -216,22 +146,13 @@ template <class T> void make(Input &in)
 void fuzz::run(ByteView input)
 {
     Input in(input);
-    const uint8_t choice = in.u8(), how = in.u8();
-    // The sum of the letters of its type, by which seeds name it, or its number in the list.
-    const auto by_name = [&](const values::Type &type, size_t) {
-        return choice == static_cast<uint8_t>(std::accumulate(type.name.begin(), type.name.end(), 0));
-    };
-    const auto by_number = [&](const values::Type &, size_t number) {
-        return choice % (std::variant_size_v<values::Content> - 1) == number;
-    };
-    const auto run_first = [&](auto is_chosen) {
-        size_t number = 0;
-        return values::AllKinds::any([&]<class T>(std::type_identity<T>) {
-            if (!is_chosen(Kind<T>::type, number++))
-                return false;
-            (how & 1) != 0 ? read<T>(in.rest(), (how & 2) != 0) : make<T>(in);
-            return true;
-        });
-    };
-    run_first(by_name) || run_first(by_number);
+    const size_t choice = in.u8() % (std::variant_size_v<values::Content> - 1);
+    const uint8_t how = in.u8();
+    size_t number = 0;
+    values::AllKinds::any([&]<class T>(std::type_identity<T>) {
+        if (number++ != choice)
+            return false;
+        (how & 1) != 0 ? read<T>(in.rest(), (how & 2) != 0) : make<T>(in);
+        return true;
+    });
 }

@@ -2,7 +2,6 @@
 #include "fuzz.h"
 
 using namespace fuzz;
-using nfc_ndef::Block;
 using nfc_ndef::Message;
 using nfc_ndef::Record;
 
@@ -36,51 +35,33 @@ Expected read_singly(ByteView input)
         const bool joins_next = piece->cf != 0;
         expected.canonical = expected.canonical && !joins_next && piece->sr == (piece->payload_length <= 255) &&
                              piece->il == (piece->id_length != 0);
-        if (!joins) {
-            expected.records.push_back(std::move(piece));
-        } else if (piece->payload) {
-            Record &whole = expected.records.back();
-            if (whole->payload) {
-                nfc_ndef_record_append_payload(whole.get(), piece->payload, piece->payload_length);
-            } else {
-                std::swap(whole->payload, piece->payload);
-                std::swap(whole->payload_length, piece->payload_length);
-            }
-        }
+        Record &whole = joins ? expected.records.back() : expected.records.emplace_back(std::move(piece));
+        if (joins && whole->payload && piece->payload)
+            nfc_ndef_record_append_payload(whole.get(), piece->payload, piece->payload_length);
+        else if (joins && piece->payload)
+            std::swap(whole->payload, piece->payload), std::swap(whole->payload_length, piece->payload_length);
         joins = joins_next;
     }
     return expected;
 }
 
-void check_encoding(const Message &message, ByteView input, bool canonical)
+void check_encoding(const Message &message, ByteView input, const Expected &expected)
 {
-    const size_t count = nfc_ndef_msg_get_number_of_records(message.get());
+    const auto encodable = [](const Record &record) { return is_encodable(*record); };
     const Bytes bytes = encoded(*message);
-    bool encodable = true;
-    for (size_t i = 0; i < count; ++i)
-        encodable = encodable && is_encodable(at(message, i));
-    must(encodable == !bytes.empty(), "what parses encodes");
-    if (!encodable)
+    must(std::ranges::all_of(expected.records, encodable) == !bytes.empty(), "what parses encodes");
+    if (bytes.empty())
         return;
     const Message again = parse(bytes);
     // The parser wants both flags in each record behind a leading "Gc", where the encoder writes one message.
-    if (equal(name_of(at(message, 0)), bytes_of("Gc")) && count > 1) {
-        must(!again, "a Gc record may not lead a message of several records");
-        return;
-    }
-    must(again != nullptr, "what is encoded parses");
-    must(nfc_ndef_msg_get_number_of_records(again.get()) == count, "as many records come back");
+    const size_t count = expected.records.size();
+    if (equal(name_of(*expected.records[0]), bytes_of("Gc")) && count > 1)
+        return must(!again, "a Gc record may not lead a message of several records");
+    must(again && nfc_ndef_msg_get_number_of_records(again.get()) == count, "what is encoded parses");
     for (size_t i = 0; i < count; ++i)
-        must(same(at(message, i), at(again, i)), "the same records come back");
+        must(same(*expected.records[i], at(again, i)), "the same records come back");
     must(encoded(*again) == bytes, "the second encoding is the first");
-    must(!canonical || equal(bytes, input), "a message in the library's own form encodes to its bytes");
-}
-
-void check_refusal(const nfc_ndef_msg_report &report, ByteView input)
-{
-    must(report.reason != NFC_NDEF_MSG_VALID && report.reason < NFC_NDEF_MSG_OUT_OF_MEMORY, "a refusal has a reason");
-    must(report.offset <= input.size() && report.record <= 254, "a refusal points into the message");
-    must(nfc_ndef_msg_check_text(report.reason)[0] != '\0', "a reason has a text");
+    must(!expected.canonical || equal(bytes, input), "a message in the library's own form encodes to its bytes");
 }
 
 } // namespace
@@ -99,21 +80,21 @@ void fuzz::run(ByteView input)
          "memory stays in proportion to the input");
     must(valid == (message != nullptr), "check and parser agree");
     must(valid || memory.allocations() == 0, "refused bytes cost no allocation");
-    if (input.size() > 1) {
-        Bytes behind_one_byte{0};
-        behind_one_byte.insert(behind_one_byte.end(), input.begin(), input.end());
-        must(valid == (parse(behind_one_byte, 1) != nullptr), "an offset makes no difference");
+    Bytes behind_one_byte{0};
+    behind_one_byte.insert(behind_one_byte.end(), input.begin(), input.end());
+    must(input.empty() || valid == (parse(behind_one_byte, 1) != nullptr), "an offset makes no difference");
+    if (!message) {
+        must(report.reason != NFC_NDEF_MSG_VALID && report.reason < NFC_NDEF_MSG_OUT_OF_MEMORY, "a refusal's reason");
+        must(nfc_ndef_msg_check_text(report.reason)[0] != '\0', "a reason has a text");
+        return must(report.offset <= input.size() && report.record <= 254, "a refusal points into the message");
     }
-    if (!message)
-        return check_refusal(report, input);
-
     must(report.reason == NFC_NDEF_MSG_VALID && report.offset == input.size(), "a valid message is reported whole");
-    must(report.record == nfc_ndef_msg_get_number_of_records(message.get()), "the check counts the records");
     const Expected expected = read_singly(input);
-    must(expected.records.size() == report.record, "chunks make one record");
+    must(report.record == expected.records.size(), "the check counts the records, chunks as one");
+    must(report.record == nfc_ndef_msg_get_number_of_records(message.get()), "and so does the message");
     for (size_t i = 0; i < expected.records.size(); ++i)
         must(same(*expected.records[i], at(message, i)), "a record is what its bytes say");
-    check_encoding(message, input, expected.canonical);
+    check_encoding(message, input, expected);
 
     fail_allocation(1 + input.size() % memory.allocations());
     const Message failed = parse(input);

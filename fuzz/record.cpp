@@ -29,7 +29,7 @@ void check_encoding(const nfc_ndef_record &record, ByteView wire)
         must(equal(canonical, wire), "a record in the library's own form encodes to its bytes");
     const Record again{decode(canonical)};
     must(again && same(record, *again), "what is encoded decodes to the same record");
-    must(again->mb == record.mb && again->me == record.me && again->cf == record.cf, "flags survive");
+    must(again->mb == record.mb && again->me == record.me && again->cf == record.cf, "with the same flags");
     must(again->parsed_length == canonical.size(), "the length read is the length written");
     must(encoded(*again) == canonical, "the second encoding is the first");
 }
@@ -48,8 +48,7 @@ void fuzz::run(ByteView input)
         must(memory.peak() <= sizeof(nfc_ndef_record) + length, "a record takes its own size and its bytes");
         check_fields(*record);
 
-        const Bytes wire(input.begin() + static_cast<ptrdiff_t>(position),
-                         input.begin() + static_cast<ptrdiff_t>(position + length));
+        const Bytes wire(&input[position], &input[position] + length);
         const Record alone{decode(wire)};
         must(alone && same(*record, *alone), "what follows a record does not matter");
         must(!Record{decode(ByteView(wire).first(length - 1))}, "a byte less is not a record");

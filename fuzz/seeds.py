@@ -19,15 +19,15 @@ for sample in map(pathlib.Path, sys.argv[3:]):
         tags.append(sample.read_bytes())
 
 
-def short_records(message):
-    """The type and payload of each record up to the first that is not a short one."""
+def short_payloads(message):
+    """The payload of each record up to the first that is not a short one."""
     while len(message) > 3 and message[0] & 0x10:
         name = 3 + (message[0] >> 3 & 1)
         payload = name + message[1] + (message[3] if name == 4 else 0)
         end = payload + message[2]
         if end > len(message):
             return
-        yield message[name : name + message[1]], message[payload:end]
+        yield message[payload:end]
         message = message[end:]
 
 
@@ -40,11 +40,11 @@ def write(target, seeds):
 
 for target in ("record", "message", "editing"):
     write(target, messages)
-payloads = [seed for message in messages for seed in short_records(message)]
-write("extractors", [b"\x03" + payload for _, payload in payloads])
-# A type is chosen by the sum of its letters. Its payload serves as members too, which it is not.
-write("kinds", [bytes([sum(name) & 0xFF, how]) + payload for name, payload in payloads for how in (0, 3)])
-write("in_place", messages + [payload for message in messages for _, payload in short_records(message)] + tags)
+payloads = sorted({payload for message in messages for payload in short_payloads(message)})
+write("extractors", [b"\xc0" + payload for payload in payloads])
+# The first byte is the number of a type, which only the list of types knows: so every payload is read as every type.
+write("kinds", [bytes([kind, 3]) + payload for payload in payloads for kind in range(32)])
+write("in_place", messages + payloads + tags)
 write("json", documents + messages)
 write(
     "encoded_input",
