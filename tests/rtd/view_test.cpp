@@ -116,10 +116,11 @@ const struct {
 
 TEST(PayloadReport, SaysWhyAndWhere)
 {
-    for (const auto &[report, payload, expected] : refusals) {
+    for (const auto &row : refusals) {
+        const auto &[report_of, payload, expected] = row;
         const Exact exact(spelled(payload));
         nfc_ndef_payload_report found{};
-        under_test([&] { return (found = report({exact.data(), exact.size()})).reason; });
+        under_test([&] { return (found = row.report({exact.data(), exact.size()})).reason; });
         EXPECT_TRUE(found.reason == expected.reason && found.offset == expected.offset &&
                     found.message_reason == expected.message_reason && found.record == expected.record)
             << payload << ": " << nfc_ndef_payload_reason_text(found.reason) << ", byte " << found.offset << ", "
