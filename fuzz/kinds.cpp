@@ -25,9 +25,13 @@ public:
     void number(Name, auto &value, auto...) { fill(value); }
     void version(Name, auto &value) { fill(value); }
     void choice(Name, auto &value, auto...) { fill(value); }
+    void enumeration(Name, auto &value, auto...) { fill(value); }
+    void bit_set(Name, auto &value, values::Names) { fill(value); }
+    void boolean(Name, auto &value) { fill(value); }
     void text_or_hex(Name, auto &value, values::Sizes = {}, values::Presence = {}) { fill(value); }
     void texts(Name, auto &value, values::Sizes = {}) { fill(value); }
     void bytes(Name, auto &value, values::Sizes = {}) { fill(value); }
+    void byte_strings(Name, auto &value, auto...) { fill(value); }
     void spelled(Name, auto &value, auto...) { fill(value); }
     void spelled_list(Name, auto &value, auto...) { fill(value); }
     void record(Name, auto &value, Name type, auto...) { fill(value, type); }
@@ -42,6 +46,11 @@ public:
         value.resize(in_.u8());
         for (auto &entry : value)
             map_entry(*this, entry);
+    }
+    template <class T> void object(Name, std::optional<T> &value, auto map_members)
+    {
+        if (any<bool>())
+            map_members(*this, value.emplace());
     }
     template <class T> void makes(Name, std::initializer_list<T>) {}
     void needs(Name, Name) {}

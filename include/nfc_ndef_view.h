@@ -174,7 +174,9 @@ typedef enum nfc_ndef_kind {
     NFC_NDEF_KIND_HANDOVER_ERROR = 10,      /**< nfc_ndef_handover_error_read() */
     NFC_NDEF_KIND_BT_OOB = 11,              /**< nfc_ndef_bt_oob_read() */
     NFC_NDEF_KIND_BT_LEGACY = 12,           /**< nfc_ndef_bt_legacy_read() */
-    NFC_NDEF_KIND_SHARING_ENQUIRY = 13      /**< nfc_ndef_sharing_enquiry_read() */
+    NFC_NDEF_KIND_SHARING_ENQUIRY = 13,     /**< nfc_ndef_sharing_enquiry_read() */
+    NFC_NDEF_KIND_ANDROID_APPLICATION = 14, /**< nfc_ndef_android_application_read(), as all below in nfc_ndef_types.h */
+    NFC_NDEF_KIND_DEVICE_INFORMATION = 15   /**< nfc_ndef_device_information_read() */
 } nfc_ndef_kind;
 
 /**
@@ -210,7 +212,12 @@ typedef enum nfc_ndef_payload_reason {
     NFC_NDEF_PAYLOAD_NOTHING_SELECTED = 15,        /**< A Handover Select without a message is not alone in its own. */
     NFC_NDEF_PAYLOAD_RANDOMIZER_WITHOUT_HASH = 16, /**< There is a Randomizer R, but no Hash C. */
     NFC_NDEF_PAYLOAD_PAIRING_TYPE = 17,            /**< The pairing type is not known. */
-    NFC_NDEF_PAYLOAD_LIST_NOT_WHOLE = 18           /**< A list of UUIDs ends within one. */
+    NFC_NDEF_PAYLOAD_LIST_NOT_WHOLE = 18,          /**< A list of UUIDs ends within one. */
+    NFC_NDEF_PAYLOAD_FIELD_MISSING = 19,           /**< A field that must be there is not. */
+    NFC_NDEF_PAYLOAD_CHARACTER_NOT_ALLOWED = 20,   /**< A name has a character that is not allowed there. */
+    NFC_NDEF_PAYLOAD_NOT_UTF8 = 21,                /**< A URI is not UTF-8. */
+    NFC_NDEF_PAYLOAD_NUMBER_NOT_ALLOWED = 22,      /**< A number is not one that its field may have. */
+    NFC_NDEF_PAYLOAD_FIELD_EMPTY = 23              /**< A field is empty that must not be. */
 } nfc_ndef_payload_reason;
 
 /** What a function that reads a payload found. */

@@ -14,6 +14,7 @@ using ByteView = std::span<const uint8_t>;
 
 inline std::string_view text_of(ByteView bytes) { return {reinterpret_cast<const char *>(bytes.data()), bytes.size()}; }
 inline ByteView view_of(std::string_view text) { return {reinterpret_cast<const uint8_t *>(text.data()), text.size()}; }
+inline ByteView view_of(ByteView bytes) { return bytes; }
 inline Bytes bytes_of(std::string_view text) { return {text.begin(), text.end()}; }
 
 // "D1 01 0A"; with another separator "D1:01:0A".

@@ -3,7 +3,11 @@
 
 #include "record.h"
 
-#include <nfc_ndef_view.h>
+#include <nfc_ndef_types.h>
+
+#include <algorithm>
+#include <array>
+#include <optional>
 
 namespace nfc_ndef::values {
 
@@ -14,6 +18,37 @@ inline std::string string_of(const nfc_ndef_bytes &bytes) { return {bytes.data, 
 // Bytes, or a text's, as the library reads them; they are not more than 2^32 - 1.
 inline nfc_ndef_bytes bytes_view(ByteView bytes) { return {bytes.data(), static_cast<uint32_t>(bytes.size())}; }
 inline nfc_ndef_bytes bytes_view(std::string_view text) { return bytes_view(view_of(text)); }
+
+// Byte strings that may be absent: in the library those have a null pointer, and empty ones have another.
+inline std::optional<std::string> optional_string_of(const nfc_ndef_bytes &bytes)
+{
+    return bytes.data ? std::optional(string_of(bytes)) : std::nullopt;
+}
+inline std::optional<Bytes> optional_bytes_of(const nfc_ndef_bytes &bytes)
+{
+    return bytes.data ? std::optional(bytes_of(bytes)) : std::nullopt;
+}
+template <size_t N> std::optional<std::array<uint8_t, N>> optional_array_of(const nfc_ndef_bytes &bytes)
+{
+    std::optional<std::array<uint8_t, N>> array;
+    if (bytes.data)
+        std::copy_n(bytes.data, N, array.emplace().begin());
+    return array;
+}
+template <class Container> nfc_ndef_bytes optional_bytes_view(const std::optional<Container> &value)
+{
+    static constexpr uint8_t no_byte = 0;
+    return !value ? nfc_ndef_bytes{} : value->empty() ? nfc_ndef_bytes{&no_byte, 0} : bytes_view(view_of(*value));
+}
+
+// Appends what one of the library's functions writes; false when it writes nothing.
+template <class Write, class Value> bool append(Bytes &bytes, Write write, const Value &value)
+{
+    const size_t before = bytes.size();
+    const uint32_t length = write(&value, nullptr, 0);
+    bytes.resize(before + length);
+    return length != 0 && write(&value, bytes.data() + before, length) == length;
+}
 
 // A byte string as the library takes it: null when it is empty.
 template <class Container> const uint8_t *pointer_to(const Container &bytes)

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "types/alternative_carrier.h"
+#include "types/android_application.h"
 #include "types/bluetooth_legacy.h"
 #include "types/bluetooth_oob.h"
 #include "types/collision_resolution.h"
+#include "types/device_information.h"
 #include "types/generic_control.h"
 #include "types/handover_carrier.h"
 #include "types/handover_request.h"
@@ -17,9 +19,9 @@
 
 namespace nfc_ndef::values {
 
-using AllKinds =
-    Kinds<Text, Uri, SmartPoster, GenericControl, HandoverRequest, HandoverSelect, HandoverCarrier, AlternativeCarrier,
-          CollisionResolution, HandoverSelectError, BluetoothOob, BluetoothLegacy, SharingEnquiry>;
+using AllKinds = Kinds<Text, Uri, SmartPoster, GenericControl, HandoverRequest, HandoverSelect, HandoverCarrier,
+                       AlternativeCarrier, CollisionResolution, HandoverSelectError, BluetoothOob, BluetoothLegacy,
+                       SharingEnquiry, AndroidApplication, DeviceInformation>;
 
 // What a record holds; Generic where only its bytes are known.
 using Content = AllKinds::Content;

@@ -8,7 +8,7 @@
 #include "view.h"
 
 #include <nfc_ndef.hpp>
-#include <nfc_ndef_view.h>
+#include <nfc_ndef_types.h>
 
 #include <concepts>
 #include <cstddef>

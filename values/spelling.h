@@ -21,9 +21,8 @@ struct Spelling {
 // Bluetooth device addresses, classes of device and UUIDs.
 constexpr Spelling address(Spelling::Order order) { return {6, order, "12:34:56:78:90:AB"}; }
 constexpr Spelling class_of_device(Spelling::Order order) { return {3, order, "240414"}; }
-constexpr Spelling uuid(size_t length)
+constexpr Spelling uuid(size_t length, Spelling::Order order = Spelling::Order::reversed)
 {
-    constexpr auto order = Spelling::Order::reversed;
     return length == 2   ? Spelling{2, order, "110B"}
            : length == 4 ? Spelling{4, order, "0000110B"}
                          : Spelling{16, order, "0000110B-0000-1000-8000-00805F9B34FB"};

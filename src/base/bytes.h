@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <span>
 
 namespace ndef {
@@ -70,6 +71,13 @@ public:
             field[i] = static_cast<uint8_t>(value);
         return out().bytes(field);
     }
+    // The length in a field, then the bytes. There is no layout of more than the field can say.
+    template <std::unsigned_integral Field> Out &sized(ByteView source)
+    {
+        if (source.size() > std::numeric_limits<Field>::max())
+            return out().refuse();
+        return be(static_cast<Field>(source.size())).bytes(source);
+    }
     Out &le16(uint16_t value) { return u8(static_cast<uint8_t>(value)).u8(static_cast<uint8_t>(value >> 8)); }
     Out &reversed(ByteView source)
     {
@@ -91,11 +99,16 @@ public:
     Writer &bytes(ByteView source)
     {
         if (source.size() > static_cast<size_t>(end_ - at_)) {
-            at_ = end_ = nullptr;
+            refuse();
         } else if (!source.empty()) {
             std::memcpy(at_, source.data(), source.size());
             at_ += source.size();
         }
+        return *this;
+    }
+    Writer &refuse()
+    {
+        at_ = end_ = nullptr;
         return *this;
     }
     bool filled() const { return at_ && at_ == end_; }
@@ -113,9 +126,16 @@ public:
         length_ += source.size();
         return *this;
     }
+    Counter &refuse()
+    {
+        length_ += beyond_any_payload;
+        return *this;
+    }
     uint64_t length() const { return length_; }
 
 private:
+    static constexpr uint64_t beyond_any_payload = uint64_t{1} << 32;
+
     uint64_t length_ = 0;
 };
 

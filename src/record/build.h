@@ -3,6 +3,7 @@
 
 #include "record/known_type.h"
 #include "record/record.h"
+#include "record/view.h"
 
 namespace ndef {
 
@@ -52,6 +53,18 @@ template <class Layout> Payload laid_out(const Layout &layout) { return laid_out
 
 // A record of a type, an id and a payload, with the flags that nfc_ndef_record_create_from_param() gives; or null.
 [[nodiscard]] RecordPtr record_of(const KnownType &type, Payload payload, ByteView id = {});
+
+// A record of what a layout says, if the reader of its type accepts that; or null.
+template <class Layout, class Structure>
+nfc_ndef_record *readable_record_of(const KnownType &type, const Layout &layout, nfc_ndef_bytes id,
+                                    uint8_t (*read)(nfc_ndef_bytes, Structure *, nfc_ndef_payload_report *))
+{
+    Payload payload = laid_out(layout);
+    Structure structure;
+    if (id.length > UINT8_MAX || !read(lent(payload.region()), &structure, nullptr))
+        return nullptr;
+    return record_of(type, std::move(payload), bytes_of(id)).release();
+}
 
 // As above, for the types that are made as the only record of a message: with MB, ME and SR set.
 [[nodiscard]] RecordPtr lone_record_of(const KnownType &type, Payload payload);

@@ -28,6 +28,8 @@ nfc_ndef_kind well_known_kind(uint32_t name)
         return NFC_NDEF_KIND_COLLISION_RESOLUTION;
     case known::handover_select_error.short_name:
         return NFC_NDEF_KIND_HANDOVER_ERROR;
+    case known::device_information.short_name:
+        return NFC_NDEF_KIND_DEVICE_INFORMATION;
     default:
         return NFC_NDEF_KIND_OTHER;
     }
@@ -47,5 +49,7 @@ uint32_t nfc_ndef_record_view_kind(const nfc_ndef_record_view *record)
         return NFC_NDEF_KIND_BT_LEGACY;
     if (candidate.matches(known::sharing_enquiry))
         return NFC_NDEF_KIND_SHARING_ENQUIRY;
+    if (candidate.matches(known::android_application))
+        return NFC_NDEF_KIND_ANDROID_APPLICATION;
     return NFC_NDEF_KIND_OTHER;
 }

@@ -46,7 +46,18 @@ inline constexpr KnownType handover_request = well_known("Hr"), handover_select 
                            handover_carrier = well_known("Hc"), alternative_carrier = well_known("ac"),
                            collision_resolution = well_known("cr"), handover_select_error = well_known("err");
 
-inline constexpr KnownType bluetooth_oob = media("application/vnd.bluetooth.ep.oob");
+inline constexpr KnownType handover_mediation = well_known("Hm"), handover_initiate = well_known("Hi");
+
+inline constexpr KnownType service_parameter = well_known("Tp"), service_select = well_known("Ts"),
+                           tnep_status = well_known("Te");
+
+inline constexpr KnownType device_information = well_known("Di"), signature = well_known("Sig");
+
+inline constexpr KnownType bluetooth_oob = media("application/vnd.bluetooth.ep.oob"),
+                           bluetooth_le = media("application/vnd.bluetooth.le.oob"),
+                           wifi = media("application/vnd.wfa.wsc");
+
+inline constexpr KnownType android_application = external("android.com:pkg");
 
 inline constexpr KnownType bluetooth_legacy = external(VENDOR_DOMAIN ":bt"),
                            sharing_enquiry = external(VENDOR_DOMAIN ":she");

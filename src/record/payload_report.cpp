@@ -41,6 +41,16 @@ const char *nfc_ndef_payload_reason_text(uint32_t reason)
         return "the pairing type is not known";
     case NFC_NDEF_PAYLOAD_LIST_NOT_WHOLE:
         return "a list of UUIDs ends within one";
+    case NFC_NDEF_PAYLOAD_FIELD_MISSING:
+        return "a required field is missing";
+    case NFC_NDEF_PAYLOAD_CHARACTER_NOT_ALLOWED:
+        return "a name has a character that is not allowed there";
+    case NFC_NDEF_PAYLOAD_NOT_UTF8:
+        return "a URI is not UTF-8";
+    case NFC_NDEF_PAYLOAD_NUMBER_NOT_ALLOWED:
+        return "a number is not one that its field may have";
+    case NFC_NDEF_PAYLOAD_FIELD_EMPTY:
+        return "a field is empty that must not be";
     default:
         return "unknown reason";
     }

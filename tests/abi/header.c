@@ -1,2 +1,2 @@
 /* The public headers alone, as a strict C99 program sees them. */
-#include "nfc_ndef_view.h"
+#include "nfc_ndef_types.h"

@@ -63,4 +63,18 @@ void expect_read(Read read, std::span<const Payload> rows)
         EXPECT_EQ(read(with_payload(spelled(payload))), expanded(expected)) << fault << ": " << payload;
 }
 
+void expect_reports(Report report, std::initializer_list<Reported> rows)
+{
+    for (const auto &[payload, expected] : rows) {
+        const Exact exact(spelled(payload));
+        nfc_ndef_payload_report found{};
+        under_test([&] { return (found = report({exact.data(), exact.size()})).reason; });
+        EXPECT_TRUE(found.reason == expected.reason && found.offset == expected.offset &&
+                    found.message_reason == expected.message_reason && found.record == expected.record)
+            << payload << ": " << nfc_ndef_payload_reason_text(found.reason) << ", byte " << found.offset << ", "
+            << nfc_ndef_msg_check_text(found.message_reason) << ", record " << found.record;
+        EXPECT_EQ(allocations_of_last_call(), 0U) << payload;
+    }
+}
+
 } // namespace test

@@ -3,6 +3,8 @@
 
 #include "readers.h"
 
+#include <nfc_ndef_view.h>
+
 #include <span>
 
 namespace test {
@@ -50,6 +52,22 @@ struct Payload {
     const char *fault;
 };
 void expect_read(Read read, std::span<const Payload> rows);
+
+// What a function that reads a payload in place says of it.
+using Report = nfc_ndef_payload_report (*)(nfc_ndef_bytes payload);
+template <auto read, class Structure> nfc_ndef_payload_report report_of(nfc_ndef_bytes payload)
+{
+    Structure structure;
+    nfc_ndef_payload_report report{99, 99, 99, 99};
+    const bool valid = read(payload, &structure, &report);
+    EXPECT_EQ(valid, report.reason == NFC_NDEF_PAYLOAD_VALID);
+    return report;
+}
+struct Reported {
+    const char *payload;
+    nfc_ndef_payload_report expected; // reason, offset, and of a nested message reason and record
+};
+void expect_reports(Report report, std::initializer_list<Reported> rows);
 
 // Cuts a good payload short everywhere, then inverts each of its bits, where nothing may crash, over-read or leak.
 template <class Expected> void expect_cut(Read read, const Bytes &good, Expected expected)

@@ -1,6 +1,5 @@
 // Why and where payloads are refused in place. That they are, and what is read of the others, every row of the other
 // tables shows: tests/support/agreement.h.
-#include "nfc_ndef_view.h"
 #include "tables.h"
 
 #include <cstring>
@@ -9,16 +8,6 @@ using namespace test;
 
 namespace {
 
-template <auto read, class Structure> nfc_ndef_payload_report report_of(nfc_ndef_bytes payload)
-{
-    Structure structure;
-    nfc_ndef_payload_report report{99, 99, 99, 99};
-    const bool valid = read(payload, &structure, &report);
-    EXPECT_EQ(valid, report.reason == NFC_NDEF_PAYLOAD_VALID);
-    return report;
-}
-
-using Report = nfc_ndef_payload_report (*)(nfc_ndef_bytes payload);
 constexpr Report text_report = report_of<nfc_ndef_text_read, nfc_ndef_text>,
                  uri_report = report_of<nfc_ndef_uri_read, nfc_ndef_uri>,
                  poster = report_of<nfc_ndef_smart_poster_read, nfc_ndef_smart_poster>,
@@ -116,17 +105,8 @@ const struct {
 
 TEST(PayloadReport, SaysWhyAndWhere)
 {
-    for (const auto &row : refusals) {
-        const auto &[report_of, payload, expected] = row;
-        const Exact exact(spelled(payload));
-        nfc_ndef_payload_report found{};
-        under_test([&] { return (found = row.report({exact.data(), exact.size()})).reason; });
-        EXPECT_TRUE(found.reason == expected.reason && found.offset == expected.offset &&
-                    found.message_reason == expected.message_reason && found.record == expected.record)
-            << payload << ": " << nfc_ndef_payload_reason_text(found.reason) << ", byte " << found.offset << ", "
-            << nfc_ndef_msg_check_text(found.message_reason) << ", record " << found.record;
-        EXPECT_EQ(allocations_of_last_call(), 0U) << payload;
-    }
+    for (const auto &[report, payload, expected] : refusals)
+        expect_reports(report, {{payload, expected}});
 }
 
 TEST(GenericControlView, LeavesAnActionInChunksToBeJoined)

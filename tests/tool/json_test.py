@@ -54,6 +54,17 @@ for row in json.loads((data / "json-forms.json").read_text()):
     assert as_json(message) == document, f"{row['about']}: {as_json(message)}"
     assert make(document).stdout == message, f"{row['about']}: {make(document)}"
 
+# Types of record as others write them: what is read, and what is refused and therefore generic.
+for row in json.loads((data / "record-types.json").read_text()):
+    message = bytes.fromhex(row["hex"])
+    document = as_json(message)
+    validator.validate(document)
+    assert make(document).stdout == message, f"{row['hex']}: {make(document)}"
+    record = document["records"][row.get("record", 1) - 1]
+    members = {name: value for name, value in record.items() if name not in ("payload", "other_records")}
+    if "reads_as" in row:
+        assert members == row["reads_as"] if row["reads_as"] else record["kind"] == "generic", f"{row['hex']}: {record}"
+
 for record, reason in refusals:
     refused = make({"records": [record]})
     printed = refused.stderr.decode().removeprefix("ndef: standard input: /records/0").rstrip("\n")

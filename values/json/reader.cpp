@@ -84,7 +84,13 @@ public:
 
     void version(std::string_view name, uint8_t &value)
     {
-        const Json *found = find(name, Presence::required);
+        std::optional<uint8_t> read;
+        version(name, read, Presence::required);
+        value = read.value_or(value);
+    }
+    void version(std::string_view name, std::optional<uint8_t> &value, Presence presence = Presence::optional)
+    {
+        const Json *found = find(name, presence);
         if (!found)
             return;
         const std::string text = string_of(*found, name);
@@ -99,12 +105,48 @@ public:
     {
         if (const Json *found = find(name, presence)) {
             const std::optional<uint32_t> chosen = names.value_of(string_of(*found, name));
-            std::vector<std::string_view> all;
-            for (const Name &entry : names)
-                all.push_back(entry.name);
-            check(chosen.has_value(), name, fmt::format("must be one of: {}", fmt::join(all, ", ")));
+            check(chosen.has_value(), name, fmt::format("must be one of: {}", all_of(names)));
             value = static_cast<uint8_t>(*chosen);
         }
+    }
+
+    template <class Number> void enumeration(std::string_view name, Number &value, Names names)
+    {
+        std::optional<Number> read;
+        enumeration(name, read, names, Presence::required);
+        value = read.value_or(value);
+    }
+    template <class Number> void enumeration(std::string_view name, std::optional<Number> &value, Names names,
+                                             Presence presence = Presence::optional)
+    {
+        if (const Json *found = find(name, presence))
+            value = number_or_name<Number>(*found, name, names);
+    }
+
+    template <class Number> void bit_set(std::string_view name, std::optional<Number> &value, Names names)
+    {
+        const Json *found = find(name);
+        if (!found)
+            return;
+        if (!found->is_array())
+            return number(name, value);
+        Number bits = 0;
+        for (size_t i = 0; i < found->size(); ++i) {
+            const std::string entry_name = fmt::format("{}/{}", name, i);
+            const std::optional<uint32_t> bit = names.value_of(string_of((*found)[i], entry_name));
+            check(bit.has_value(), entry_name, fmt::format("must be one of: {}", all_of(names)));
+            bits = static_cast<Number>(bits | *bit);
+        }
+        value = bits;
+    }
+
+    void boolean(std::string_view name, std::optional<uint8_t> &value)
+    {
+        const Json *found = find(name);
+        if (found && found->is_boolean())
+            value = found->get<bool>();
+        else
+            number(name, value);
     }
 
     void text_or_hex(std::string_view name, TextOrBytes &value, Sizes sizes = {},
@@ -131,6 +173,16 @@ public:
         value = Container(read.bytes.begin(), read.bytes.end());
     }
 
+    void text_or_hex(std::string_view name, std::optional<std::string> &value, Sizes sizes = {})
+    {
+        TextOrBytes read;
+        const bool is_there = find(name) || find(fmt::format("{}_hex", name));
+        if (is_there) {
+            text_or_hex(name, read, sizes, Presence::required);
+            value = std::move(read.bytes);
+        }
+    }
+
     void texts(std::string_view name, std::vector<std::string> &values, Sizes sizes = {})
     {
         const std::string hex_name = fmt::format("{}_hex", name);
@@ -153,6 +205,21 @@ public:
                 require_size(value.size(), name, sizes, "bytes");
         }
     }
+    void bytes(std::string_view name, std::optional<Bytes> &value, Sizes sizes = {})
+    {
+        if (const Json *found = find(name)) {
+            value = bytes_of(*found, name);
+            require_size(value->size(), name, sizes, "bytes");
+        }
+    }
+    void byte_strings(std::string_view name, std::vector<Bytes> &values, Sizes sizes, Sizes counts)
+    {
+        each(name, [&](const Json &entry, const std::string &entry_name) {
+            values.push_back(bytes_of(entry, entry_name));
+            require_size(values.back().size(), entry_name, sizes, "bytes");
+        });
+        require_size(values.size(), name, counts, "entries");
+    }
     template <size_t N> void bytes(std::string_view name, std::array<uint8_t, N> &value)
     {
         if (const Json *found = find(name, Presence::required)) {
@@ -169,10 +236,15 @@ public:
         value = read.value_or(value);
     }
     template <size_t N> void spelled(std::string_view name, std::optional<std::array<uint8_t, N>> &value,
-                                     const Spelling &spelling, Presence presence)
+                                     const Spelling &spelling, Presence presence = Presence::optional)
     {
         if (const Json *found = find(name, presence))
             std::ranges::copy(spelled_bytes(*found, name, spelling), value.emplace().begin());
+    }
+    void spelled_list(std::string_view name, std::optional<Bytes> &value, const Spelling &spelling, Sizes counts)
+    {
+        if (find(name))
+            spelled_list(name, value.emplace(), spelling, counts);
     }
     void spelled_list(std::string_view name, Bytes &value, const Spelling &spelling, Sizes counts)
     {
@@ -218,6 +290,16 @@ public:
             map_entry(inner, values.emplace_back());
             inner.refuse_other_members();
         });
+    }
+
+    template <class T, class MapMembers>
+    void object(std::string_view name, std::optional<T> &value, MapMembers map_members)
+    {
+        if (const Json *found = find(name)) {
+            JsonReader inner(*found, path_of(name), nesting_);
+            map_members(inner, value.emplace());
+            inner.refuse_other_members();
+        }
     }
 
     void makes(std::string_view name, std::initializer_list<std::string_view> values)
@@ -306,6 +388,25 @@ private:
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
         const bool whole = error == std::errc() && end == text.data() + text.size();
         return whole && value <= 15 ? std::optional(value) : std::nullopt;
+    }
+
+    static std::string all_of(Names names)
+    {
+        std::vector<std::string_view> all;
+        for (const Name &entry : names)
+            all.push_back(entry.name);
+        return fmt::format("{}", fmt::join(all, ", "));
+    }
+
+    template <class Number> Number number_or_name(const Json &json, std::string_view name, Names names) const
+    {
+        constexpr unsigned max = std::numeric_limits<Number>::max();
+        const std::optional<uint32_t> chosen = json.is_number_unsigned() && json.get<uint64_t>() <= max
+                                                   ? std::optional(json.get<uint32_t>())
+                                               : json.is_string() ? names.value_of(string_of(json, name))
+                                                                  : std::nullopt;
+        check(chosen.has_value(), name, fmt::format("must be one of: {}; or a number up to {}", all_of(names), max));
+        return static_cast<Number>(*chosen);
     }
 
     void check_type(const Record &record, std::string_view type, std::string_view name) const

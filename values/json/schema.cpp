@@ -62,12 +62,32 @@ public:
     template <class Number>
     void number(std::string_view name, const std::optional<Number> &, Presence presence = Presence::optional)
     {
-        set(name, {{"type", "integer"}, {"minimum", 0}, {"maximum", std::numeric_limits<Number>::max()}}, presence);
+        set(name, number_of<Number>(), presence);
     }
     void version(std::string_view name, uint8_t) { set(name, reference("version"), Presence::required); }
+    void version(std::string_view name, const std::optional<uint8_t> &) { set(name, reference("version")); }
     void choice(std::string_view name, uint8_t, Names names, Presence presence = Presence::required)
     {
         set(name, names_of(names), presence);
+    }
+
+    template <class Number> void enumeration(std::string_view name, Number, Names names)
+    {
+        enumeration(name, std::optional<Number>(), names, Presence::required);
+    }
+    template <class Number> void enumeration(std::string_view name, const std::optional<Number> &, Names names,
+                                             Presence presence = Presence::optional)
+    {
+        set(name, {{"anyOf", {names_of(names), number_of<Number>()}}}, presence);
+    }
+    template <class Number> void bit_set(std::string_view name, const std::optional<Number> &, Names names)
+    {
+        const Json list{{"type", "array"}, {"items", names_of(names)}};
+        set(name, {{"anyOf", {list, number_of<Number>()}}});
+    }
+    void boolean(std::string_view name, const std::optional<uint8_t> &)
+    {
+        set(name, {{"anyOf", {{{"type", "boolean"}}, number_of<uint8_t>()}}});
     }
 
     // A schema counts characters of a text, so that its bytes are bounded below only.
@@ -89,6 +109,10 @@ public:
     {
         text_or_hex(name, TextOrBytes(), sizes, presence);
     }
+    void text_or_hex(std::string_view name, const std::optional<std::string> &, Sizes sizes = {})
+    {
+        text_or_hex(name, TextOrBytes(), sizes);
+    }
     void texts(std::string_view name, const std::vector<std::string> &, Sizes = {})
     {
         const std::string hex_name = fmt::format("{}_hex", name);
@@ -101,16 +125,25 @@ public:
         set(name,
             sizes.least == 0 ? hex_pattern(sizes) : Json{{"anyOf", {hex_pattern(exactly(0)), hex_pattern(sizes)}}});
     }
+    void bytes(std::string_view name, const std::optional<Bytes> &, Sizes sizes = {}) { set(name, hex_pattern(sizes)); }
+    void byte_strings(std::string_view name, const std::vector<Bytes> &, Sizes sizes, Sizes counts)
+    {
+        set(name, {{"type", "array"}, {"items", hex_pattern(sizes)}, {"maxItems", counts.most}});
+    }
     template <size_t N> void bytes(std::string_view name, const std::array<uint8_t, N> &)
     {
         set(name, hex_pattern(exactly(N)), Presence::required);
     }
-    template <class Array>
-    void spelled(std::string_view name, const Array &, const Spelling &spelling, Presence presence = Presence::required)
+    template <size_t N> void spelled(std::string_view name, const std::array<uint8_t, N> &, const Spelling &spelling)
+    {
+        set(name, pattern_of(spelling), Presence::required);
+    }
+    template <size_t N> void spelled(std::string_view name, const std::optional<std::array<uint8_t, N>> &,
+                                     const Spelling &spelling, Presence presence = Presence::optional)
     {
         set(name, pattern_of(spelling), presence);
     }
-    void spelled_list(std::string_view name, const Bytes &, const Spelling &spelling, Sizes counts)
+    template <class List> void spelled_list(std::string_view name, const List &, const Spelling &spelling, Sizes counts)
     {
         set(name, {{"type", "array"}, {"items", pattern_of(spelling)}, {"maxItems", counts.most}});
     }
@@ -140,6 +173,14 @@ public:
         set(name, {{"type", "array"}, {"items", std::move(inner).whole()}});
     }
 
+    template <class T, class MapMembers>
+    void object(std::string_view name, const std::optional<T> &, MapMembers map_members)
+    {
+        JsonSchema inner(definitions_);
+        map_members(inner, T());
+        set(name, std::move(inner).whole());
+    }
+
     void makes(std::string_view name, std::initializer_list<std::string_view> values) { restrict(name, values); }
     void makes(std::string_view name, std::initializer_list<unsigned> values) { restrict(name, values); }
     void needs(std::string_view name, std::string_view needed)
@@ -153,6 +194,8 @@ public:
     {
         Json object{{"type", "object"}, {"properties", properties_}, {"required", required_}};
         object["additionalProperties"] = false;
+        if (!conditions_.empty())
+            object["allOf"] = conditions_;
         return object;
     }
 
@@ -177,6 +220,11 @@ public:
     }
 
 private:
+    template <class Number> static Json number_of()
+    {
+        return {{"type", "integer"}, {"minimum", 0}, {"maximum", std::numeric_limits<Number>::max()}};
+    }
+
     void set(std::string_view name, Json schema, Presence presence = Presence::optional)
     {
         properties_[std::string(name)] = std::move(schema);

@@ -41,11 +41,51 @@ public:
             set(name, *value);
     }
     void version(std::string_view name, uint8_t value) { set(name, version_text(value)); }
+    void version(std::string_view name, const std::optional<uint8_t> &value)
+    {
+        if (value)
+            version(name, *value);
+    }
 
     void choice(std::string_view name, uint8_t value, Names names, Presence = Presence::required)
     {
         if (const auto found = names.name_of(value))
             set(name, *found);
+    }
+
+    // The name of a number that has one.
+    template <class Number> void enumeration(std::string_view name, const Number &value, Names names)
+    {
+        enumeration(name, std::optional<Number>(value), names);
+    }
+    template <class Number>
+    void enumeration(std::string_view name, const std::optional<Number> &value, Names names, Presence = {})
+    {
+        if (!value)
+            return;
+        const auto found = names.name_of(*value);
+        set(name, found ? Json(*found) : Json(*value));
+    }
+
+    // The names of the bits, if there are any and all have one.
+    template <class Number> void bit_set(std::string_view name, const std::optional<Number> &value, Names names)
+    {
+        if (!value)
+            return;
+        Json set_bits = Json::array();
+        uint32_t left = *value;
+        for (const Name &entry : names)
+            if ((left & entry.value) != 0) {
+                set_bits.push_back(entry.name);
+                left &= ~entry.value;
+            }
+        set(name, *value != 0 && left == 0 ? std::move(set_bits) : Json(*value));
+    }
+
+    void boolean(std::string_view name, const std::optional<uint8_t> &value)
+    {
+        if (value)
+            set(name, *value <= 1 ? Json(*value == 1) : Json(*value));
     }
 
     void text_or_hex(std::string_view name, const TextOrBytes &value, Sizes = {}, Presence presence = {})
@@ -60,6 +100,12 @@ public:
     void text_or_hex(std::string_view name, const std::string &value, Sizes sizes = {}, Presence presence = {})
     {
         text_or_hex(name, TextOrBytes{value}, sizes, presence);
+    }
+
+    void text_or_hex(std::string_view name, const std::optional<std::string> &value, Sizes sizes = {})
+    {
+        if (value)
+            text_or_hex(name, *value, sizes, Presence::required);
     }
 
     void texts(std::string_view name, const std::vector<std::string> &values, Sizes = {})
@@ -80,24 +126,44 @@ public:
             set(name, hex_of(value, ""));
     }
 
+    template <std::same_as<Bytes> Value>
+    void bytes(std::string_view name, const std::optional<Value> &value, Sizes = {})
+    {
+        if (value)
+            set(name, hex_of(*value, ""));
+    }
+    void byte_strings(std::string_view name, const std::vector<Bytes> &values, Sizes, Sizes)
+    {
+        Json list = Json::array();
+        for (const Bytes &value : values)
+            list.push_back(hex_of(value, ""));
+        if (!list.empty())
+            set(name, std::move(list));
+    }
+
     template <size_t N>
     void spelled(std::string_view name, const std::array<uint8_t, N> &value, const Spelling &spelling)
     {
         set(name, spelling.text_of(value));
     }
     template <size_t N> void spelled(std::string_view name, const std::optional<std::array<uint8_t, N>> &value,
-                                     const Spelling &spelling, Presence)
+                                     const Spelling &spelling, Presence = Presence::optional)
     {
         if (value)
             spelled(name, *value, spelling);
     }
-    void spelled_list(std::string_view name, const Bytes &value, const Spelling &spelling, Sizes)
+    void spelled_list(std::string_view name, const std::optional<Bytes> &value, const Spelling &spelling, Sizes)
     {
         Json list = Json::array();
-        for (size_t i = 0; i < value.size(); i += spelling.length)
-            list.push_back(spelling.text_of(ByteView(value).subspan(i, spelling.length)));
-        if (!list.empty())
+        for (size_t i = 0; value && i < value->size(); i += spelling.length)
+            list.push_back(spelling.text_of(ByteView(*value).subspan(i, spelling.length)));
+        if (value)
             set(name, std::move(list));
+    }
+    void spelled_list(std::string_view name, const Bytes &value, const Spelling &spelling, Sizes counts)
+    {
+        if (!value.empty())
+            spelled_list(name, std::optional(value), spelling, counts);
     }
 
     void record(std::string_view name, const OptionalRecord &value, std::string_view, Presence = Presence::optional)
@@ -121,14 +187,16 @@ public:
     void objects(std::string_view name, const std::vector<T> &values, MapEntry map_entry)
     {
         Json array = Json::array();
-        for (const T &value : values) {
-            Json object = Json::object();
-            JsonWriter inner(object, nesting_);
-            map_entry(inner, value);
-            array.push_back(std::move(object));
-        }
+        for (const T &value : values)
+            array.push_back(members_of(value, map_entry));
         if (!array.empty())
             set(name, std::move(array));
+    }
+    template <class T, class MapMembers>
+    void object(std::string_view name, const std::optional<T> &value, MapMembers map_members)
+    {
+        if (value)
+            set(name, members_of(*value, map_members));
     }
 
     // What a value must be to be made.
@@ -138,6 +206,14 @@ public:
     void require(bool, std::string_view, const std::string &) const {}
 
 private:
+    template <class T, class MapMembers> Json members_of(const T &value, MapMembers map_members) const
+    {
+        Json object = Json::object();
+        JsonWriter inner(object, nesting_);
+        map_members(inner, value);
+        return object;
+    }
+
     static std::string hex_name(std::string_view name) { return fmt::format("{}_hex", name); }
     void set(std::string_view name, Json value) { object_[std::string(name)] = std::move(value); }
 
