@@ -119,7 +119,8 @@ template <class T> void read(ByteView payload, bool alone)
     const nfc_ndef::Record record = make_record(type.format, values::view_of(type.name), {}, payload);
     record->mb = record->me = alone;
     const Memory memory;
-    const std::optional<T> value = Kind<T>::read(nfc_ndef_record_view_of(record.get()), values::Nesting());
+    nfc_ndef_payload_report report;
+    const std::optional<T> value = Kind<T>::read(nfc_ndef_record_view_of(record.get()), values::Nesting(), report);
     must(memory.allocations() == 0, "values are read in place");
     if (!value)
         return;

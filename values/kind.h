@@ -27,7 +27,8 @@ namespace nfc_ndef::values {
  *     static constexpr Type type;               the record type that it is found by
  *     static constexpr std::string_view json;   the "kind" of its JSON form
  *     static constexpr std::string_view title;  what people call it
- *     static std::optional<T> read(const nfc_ndef_record_view &, const Nesting &);  none if the payload is refused
+ *     static std::optional<T> read(const nfc_ndef_record_view &, const Nesting &, nfc_ndef_payload_report &);
+ *                                               none if the payload is refused, with the reason
  *     static nfc_ndef::Record make(const T &);  a record without an id; null for values that make none
  *     template <class Fields> static void map(Fields &, Value<Fields, T> &);  its members, in order
  *     static void show(const T &, View &);      what it tells people
@@ -46,9 +47,10 @@ template <size_t Prefix> struct Nests {
 
 // Only the bytes of the record are known.
 struct Generic {
-    bool malformed = false; // the type is known, and its reader refuses the payload
-    bool unopened = false;  // nested too deep, or behind too many others, to be looked into
-    bool operator==(const Generic &) const = default;
+    nfc_ndef_payload_report refused{}; // why the reader of a known type refuses the payload, if it does
+    bool unopened = false;             // nested too deep, or behind too many others, to be looked into
+
+    bool malformed() const { return refused.reason != NFC_NDEF_PAYLOAD_VALID; }
 };
 
 // A writer reads the value, a reader fills it in.
@@ -81,8 +83,8 @@ template <class T> consteval bool is_complete()
     static_assert(std::same_as<decltype(K::json), const std::string_view>);
     static_assert(std::same_as<decltype(K::title), const std::string_view>);
     static_assert(std::same_as<decltype(K::nested_at), const std::optional<size_t>>);
-    static_assert(
-        std::same_as<decltype(&K::read), std::optional<T> (*)(const nfc_ndef_record_view &, const Nesting &)>);
+    static_assert(std::same_as<decltype(&K::read), std::optional<T> (*)(const nfc_ndef_record_view &, const Nesting &,
+                                                                        nfc_ndef_payload_report &)>);
     static_assert(std::same_as<decltype(&K::make), nfc_ndef::Record (*)(const T &)>);
     static_assert(std::same_as<decltype(&K::show), void (*)(const T &, View &)>);
     static_assert(sizeof(static_cast<void (*)(AnyFields &, T &)>(&K::template map<AnyFields>)) != 0);

@@ -13,10 +13,11 @@ Content read_content(const nfc_ndef_record_view &record, const Nesting &nesting)
 {
     Content content;
     AllKinds::of_type(record.format, text_of(view_of(record.type)), [&]<class T>(std::type_identity<T>) {
-        if (std::optional<T> read = Kind<T>::read(record, nesting))
+        nfc_ndef_payload_report report{};
+        if (std::optional<T> read = Kind<T>::read(record, nesting, report))
             content = std::move(*read);
         else
-            content = Generic{.malformed = true};
+            content = Generic{.refused = report};
     });
     return content;
 }

@@ -25,7 +25,8 @@ template <> struct nfc_ndef::values::Kind<Half> : Base {
     static constexpr std::string_view title = "Half";
 #endif
 #ifndef WITHOUT_read
-    static std::optional<Half> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<Half> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                    nfc_ndef_payload_report &report);
 #endif
 #ifndef WITHOUT_make
     static nfc_ndef::Record make(const Half &half);

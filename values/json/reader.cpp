@@ -458,7 +458,8 @@ template <class T> std::optional<T> read(const Record &record, bool alone)
     view.payload = bytes_view(record.payload);
     view.payload_length = static_cast<uint32_t>(view.payload.length);
     view.flags = alone ? NFC_NDEF_FLAG_MB | NFC_NDEF_FLAG_ME : 0;
-    return Kind<T>::read(view, Nesting());
+    nfc_ndef_payload_report report;
+    return Kind<T>::read(view, Nesting(), report);
 }
 
 template <class T> Record typed_of(JsonReader &fields, bool alone)

@@ -6,10 +6,11 @@
 
 namespace nfc_ndef::values {
 
-std::optional<AlternativeCarrier> Kind<AlternativeCarrier>::read(const nfc_ndef_record_view &record, const Nesting &)
+std::optional<AlternativeCarrier> Kind<AlternativeCarrier>::read(const nfc_ndef_record_view &record, const Nesting &,
+                                                                 nfc_ndef_payload_report &report)
 {
     nfc_ndef_alternative_carrier read;
-    if (!nfc_ndef_alternative_carrier_read(record.payload, &read, nullptr))
+    if (!nfc_ndef_alternative_carrier_read(record.payload, &read, &report))
         return std::nullopt;
     AlternativeCarrier carrier{read.power_state, string_of(read.reference), {}};
     nfc_ndef_bytes auxiliary;

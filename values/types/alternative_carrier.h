@@ -17,7 +17,8 @@ inline constexpr Name power_states[] = {{0, "inactive"}, {1, "active"}, {2, "act
 template <> struct Kind<AlternativeCarrier> : Leaf {
     static constexpr Type type = well_known("ac");
     static constexpr std::string_view json = "alternative_carrier", title = "Alternative Carrier";
-    static std::optional<AlternativeCarrier> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<AlternativeCarrier> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                                  nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const AlternativeCarrier &carrier);
     static void show(const AlternativeCarrier &carrier, View &view);
 

@@ -4,10 +4,11 @@
 
 namespace nfc_ndef::values {
 
-std::optional<AndroidApplication> Kind<AndroidApplication>::read(const nfc_ndef_record_view &record, const Nesting &)
+std::optional<AndroidApplication> Kind<AndroidApplication>::read(const nfc_ndef_record_view &record, const Nesting &,
+                                                                 nfc_ndef_payload_report &report)
 {
     nfc_ndef_android_application application;
-    if (!nfc_ndef_android_application_read(record.payload, &application, nullptr))
+    if (!nfc_ndef_android_application_read(record.payload, &application, &report))
         return std::nullopt;
     return AndroidApplication{string_of(application.package)};
 }

@@ -13,7 +13,8 @@ struct AndroidApplication {
 template <> struct Kind<AndroidApplication> : Leaf {
     static constexpr Type type = external("android.com:pkg");
     static constexpr std::string_view json = "android_application", title = "Android application";
-    static std::optional<AndroidApplication> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<AndroidApplication> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                                  nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const AndroidApplication &application);
     static void show(const AndroidApplication &application, View &view);
 

@@ -11,10 +11,11 @@ namespace nfc_ndef::values {
 
 constinit const Type Kind<BluetoothLegacy>::type = external(VENDOR_DOMAIN ":bt");
 
-std::optional<BluetoothLegacy> Kind<BluetoothLegacy>::read(const nfc_ndef_record_view &record, const Nesting &)
+std::optional<BluetoothLegacy> Kind<BluetoothLegacy>::read(const nfc_ndef_record_view &record, const Nesting &,
+                                                           nfc_ndef_payload_report &report)
 {
     nfc_ndef_bt_legacy fields;
-    if (!nfc_ndef_bt_legacy_read(record.payload, &fields, nullptr))
+    if (!nfc_ndef_bt_legacy_read(record.payload, &fields, &report))
         return std::nullopt;
     return BluetoothLegacy{std::to_array(fields.device_address), std::to_array(fields.class_of_device),
                            fields.pairing_type, bytes_of(fields.pairing_data), string_of(fields.local_name)};

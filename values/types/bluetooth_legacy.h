@@ -31,7 +31,8 @@ constexpr std::optional<size_t> pairing_data_length(uint8_t pairing_type)
 template <> struct Kind<BluetoothLegacy> : Leaf {
     static const Type type; // known when the library is built
     static constexpr std::string_view json = "bt_configuration_data", title = "legacy Bluetooth configuration";
-    static std::optional<BluetoothLegacy> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<BluetoothLegacy> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                               nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const BluetoothLegacy &bluetooth);
     static void show(const BluetoothLegacy &bluetooth, View &view);
 

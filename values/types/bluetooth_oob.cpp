@@ -16,10 +16,11 @@ uint8_t type_or(uint8_t type, uint8_t complete, bool present) { return !present 
 
 } // namespace
 
-std::optional<BluetoothOob> Kind<BluetoothOob>::read(const nfc_ndef_record_view &record, const Nesting &)
+std::optional<BluetoothOob> Kind<BluetoothOob>::read(const nfc_ndef_record_view &record, const Nesting &,
+                                                     nfc_ndef_payload_report &report)
 {
     nfc_ndef_bt_oob read;
-    if (!nfc_ndef_bt_oob_read(record.payload, &read, nullptr))
+    if (!nfc_ndef_bt_oob_read(record.payload, &read, &report))
         return std::nullopt;
     BluetoothOob bluetooth;
     bluetooth.device_address = std::to_array(read.device_address);

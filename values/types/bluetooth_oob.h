@@ -36,7 +36,8 @@ struct BluetoothOob {
 template <> struct Kind<BluetoothOob> : Leaf {
     static constexpr Type type = media("application/vnd.bluetooth.ep.oob");
     static constexpr std::string_view json = "bt_2_1_configuration_data", title = "Bluetooth OOB";
-    static std::optional<BluetoothOob> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<BluetoothOob> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                            nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const BluetoothOob &bluetooth);
     static void show(const BluetoothOob &bluetooth, View &view);
 

@@ -4,10 +4,11 @@
 
 namespace nfc_ndef::values {
 
-std::optional<CollisionResolution> Kind<CollisionResolution>::read(const nfc_ndef_record_view &record, const Nesting &)
+std::optional<CollisionResolution> Kind<CollisionResolution>::read(const nfc_ndef_record_view &record, const Nesting &,
+                                                                   nfc_ndef_payload_report &report)
 {
     nfc_ndef_collision_resolution read;
-    if (!nfc_ndef_collision_resolution_read(record.payload, &read, nullptr))
+    if (!nfc_ndef_collision_resolution_read(record.payload, &read, &report))
         return std::nullopt;
     return CollisionResolution{read.random_number};
 }

@@ -13,7 +13,8 @@ struct CollisionResolution {
 template <> struct Kind<CollisionResolution> : Leaf {
     static constexpr Type type = well_known("cr");
     static constexpr std::string_view json = "collision_resolution", title = "Collision Resolution";
-    static std::optional<CollisionResolution> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<CollisionResolution> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                                   nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const CollisionResolution &resolution);
     static void show(const CollisionResolution &resolution, View &view);
 

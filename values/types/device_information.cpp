@@ -6,10 +6,11 @@
 
 namespace nfc_ndef::values {
 
-std::optional<DeviceInformation> Kind<DeviceInformation>::read(const nfc_ndef_record_view &record, const Nesting &)
+std::optional<DeviceInformation> Kind<DeviceInformation>::read(const nfc_ndef_record_view &record, const Nesting &,
+                                                               nfc_ndef_payload_report &report)
 {
     nfc_ndef_device_information read;
-    if (!nfc_ndef_device_information_read(record.payload, &read, nullptr))
+    if (!nfc_ndef_device_information_read(record.payload, &read, &report))
         return std::nullopt;
     DeviceInformation information{.vendor_name = string_of(read.vendor_name),
                                   .model_name = string_of(read.model_name),

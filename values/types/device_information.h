@@ -20,7 +20,8 @@ struct DeviceInformation {
 template <> struct Kind<DeviceInformation> : Leaf {
     static constexpr Type type = well_known("Di");
     static constexpr std::string_view json = "device_information", title = "Device information";
-    static std::optional<DeviceInformation> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<DeviceInformation> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                                 nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const DeviceInformation &information);
     static void show(const DeviceInformation &information, View &view);
 

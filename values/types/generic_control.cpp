@@ -22,10 +22,11 @@ void read_action_record(const nfc_ndef_record_view &action, GenericControl &cont
 
 } // namespace
 
-std::optional<GenericControl> Kind<GenericControl>::read(const nfc_ndef_record_view &record, const Nesting &nesting)
+std::optional<GenericControl> Kind<GenericControl>::read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                                         nfc_ndef_payload_report &report)
 {
     nfc_ndef_generic_control read;
-    if (!nfc_ndef_generic_control_read(record.payload, &read, nullptr))
+    if (!nfc_ndef_generic_control_read(record.payload, &read, &report))
         return std::nullopt;
     GenericControl control;
     control.config = read.config;

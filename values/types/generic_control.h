@@ -28,7 +28,8 @@ struct GenericControl {
 template <> struct Kind<GenericControl> : Nests<1> {
     static constexpr Type type = well_known("Gc");
     static constexpr std::string_view json = "generic_control", title = "Generic Control";
-    static std::optional<GenericControl> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<GenericControl> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                              nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const GenericControl &control);
     static void show(const GenericControl &control, View &view);
 

@@ -7,10 +7,11 @@
 
 namespace nfc_ndef::values {
 
-std::optional<HandoverCarrier> Kind<HandoverCarrier>::read(const nfc_ndef_record_view &record, const Nesting &)
+std::optional<HandoverCarrier> Kind<HandoverCarrier>::read(const nfc_ndef_record_view &record, const Nesting &,
+                                                           nfc_ndef_payload_report &report)
 {
     nfc_ndef_handover_carrier carrier;
-    if (!nfc_ndef_handover_carrier_read(record.payload, &carrier, nullptr))
+    if (!nfc_ndef_handover_carrier_read(record.payload, &carrier, &report))
         return std::nullopt;
     return HandoverCarrier{carrier.format, string_of(carrier.type), bytes_of(carrier.data)};
 }

@@ -15,7 +15,8 @@ struct HandoverCarrier {
 template <> struct Kind<HandoverCarrier> : Leaf {
     static constexpr Type type = well_known("Hc");
     static constexpr std::string_view json = "handover_carrier", title = "Handover Carrier";
-    static std::optional<HandoverCarrier> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<HandoverCarrier> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                               nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const HandoverCarrier &carrier);
     static void show(const HandoverCarrier &carrier, View &view);
 

@@ -5,10 +5,11 @@
 
 namespace nfc_ndef::values {
 
-std::optional<HandoverRequest> Kind<HandoverRequest>::read(const nfc_ndef_record_view &record, const Nesting &nesting)
+std::optional<HandoverRequest> Kind<HandoverRequest>::read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                                           nfc_ndef_payload_report &report)
 {
     nfc_ndef_handover read;
-    if (!nfc_ndef_handover_request_read(record.payload, &read, nullptr))
+    if (!nfc_ndef_handover_request_read(record.payload, &read, &report))
         return std::nullopt;
     HandoverRequest request;
     request.version = read.version;

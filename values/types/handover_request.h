@@ -17,7 +17,8 @@ struct HandoverRequest {
 template <> struct Kind<HandoverRequest> : Nests<1> {
     static constexpr Type type = well_known("Hr");
     static constexpr std::string_view json = "handover_request", title = "Handover Request";
-    static std::optional<HandoverRequest> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<HandoverRequest> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                               nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const HandoverRequest &request);
     static void show(const HandoverRequest &request, View &view);
 

@@ -5,10 +5,11 @@
 
 namespace nfc_ndef::values {
 
-std::optional<HandoverSelect> Kind<HandoverSelect>::read(const nfc_ndef_record_view &record, const Nesting &nesting)
+std::optional<HandoverSelect> Kind<HandoverSelect>::read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                                         nfc_ndef_payload_report &report)
 {
     nfc_ndef_handover read;
-    if (!nfc_ndef_handover_select_read(record.payload, record.flags, &read, nullptr))
+    if (!nfc_ndef_handover_select_read(record.payload, record.flags, &read, &report))
         return std::nullopt;
     HandoverSelect select;
     select.version = read.version;

@@ -17,7 +17,8 @@ struct HandoverSelect {
 template <> struct Kind<HandoverSelect> : Nests<1> {
     static constexpr Type type = well_known("Hs");
     static constexpr std::string_view json = "handover_select", title = "Handover Select";
-    static std::optional<HandoverSelect> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<HandoverSelect> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                              nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const HandoverSelect &select);
     static void show(const HandoverSelect &select, View &view);
 

@@ -11,10 +11,11 @@ constexpr Name reasons[] = {
 
 } // namespace
 
-std::optional<HandoverSelectError> Kind<HandoverSelectError>::read(const nfc_ndef_record_view &record, const Nesting &)
+std::optional<HandoverSelectError> Kind<HandoverSelectError>::read(const nfc_ndef_record_view &record, const Nesting &,
+                                                                   nfc_ndef_payload_report &report)
 {
     nfc_ndef_handover_error error;
-    if (!nfc_ndef_handover_error_read(record.payload, &error, nullptr))
+    if (!nfc_ndef_handover_error_read(record.payload, &error, &report))
         return std::nullopt;
     return HandoverSelectError{error.reason, error.data};
 }

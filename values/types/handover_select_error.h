@@ -14,7 +14,8 @@ struct HandoverSelectError {
 template <> struct Kind<HandoverSelectError> : Leaf {
     static constexpr Type type = well_known("err");
     static constexpr std::string_view json = "handover_select_error", title = "Handover Select Error";
-    static std::optional<HandoverSelectError> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<HandoverSelectError> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                                   nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const HandoverSelectError &error);
     static void show(const HandoverSelectError &error, View &view);
 

@@ -9,10 +9,11 @@ namespace nfc_ndef::values {
 
 constinit const Type Kind<SharingEnquiry>::type = external(VENDOR_DOMAIN ":she");
 
-std::optional<SharingEnquiry> Kind<SharingEnquiry>::read(const nfc_ndef_record_view &record, const Nesting &)
+std::optional<SharingEnquiry> Kind<SharingEnquiry>::read(const nfc_ndef_record_view &record, const Nesting &,
+                                                         nfc_ndef_payload_report &report)
 {
     nfc_ndef_sharing_enquiry enquiry;
-    if (!nfc_ndef_sharing_enquiry_read(record.payload, &enquiry, nullptr))
+    if (!nfc_ndef_sharing_enquiry_read(record.payload, &enquiry, &report))
         return std::nullopt;
     return SharingEnquiry{enquiry.version, enquiry.type, bytes_of(enquiry.data)};
 }

@@ -15,7 +15,8 @@ struct SharingEnquiry {
 template <> struct Kind<SharingEnquiry> : Leaf {
     static const Type type; // known when the library is built
     static constexpr std::string_view json = "sharing_enquiry", title = "Sharing Enquiry";
-    static std::optional<SharingEnquiry> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<SharingEnquiry> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                              nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const SharingEnquiry &enquiry);
     static void show(const SharingEnquiry &enquiry, View &view);
 

@@ -40,10 +40,11 @@ uint32_t size_of(const Record &record)
 
 } // namespace
 
-std::optional<SmartPoster> Kind<SmartPoster>::read(const nfc_ndef_record_view &record, const Nesting &nesting)
+std::optional<SmartPoster> Kind<SmartPoster>::read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                                   nfc_ndef_payload_report &report)
 {
     nfc_ndef_smart_poster read;
-    if (!nfc_ndef_smart_poster_read(record.payload, &read, nullptr))
+    if (!nfc_ndef_smart_poster_read(record.payload, &read, &report))
         return std::nullopt;
     SmartPoster poster;
     poster.action = read.action;

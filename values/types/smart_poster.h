@@ -23,7 +23,8 @@ inline constexpr Name poster_actions[] = {
 template <> struct Kind<SmartPoster> : Nests<0> {
     static constexpr Type type = well_known("Sp");
     static constexpr std::string_view json = "smart_poster", title = "Smart Poster";
-    static std::optional<SmartPoster> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<SmartPoster> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                           nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const SmartPoster &poster);
     static void show(const SmartPoster &poster, View &view);
 

@@ -83,10 +83,11 @@ Text utf16_text(std::string_view utf8, std::string_view language_code, ByteOrder
     return {true, std::string(language_code), utf16_of(utf8, mark)};
 }
 
-std::optional<Text> Kind<Text>::read(const nfc_ndef_record_view &record, const Nesting &)
+std::optional<Text> Kind<Text>::read(const nfc_ndef_record_view &record, const Nesting &,
+                                     nfc_ndef_payload_report &report)
 {
     nfc_ndef_text text;
-    if (!nfc_ndef_text_read(record.payload, &text, nullptr))
+    if (!nfc_ndef_text_read(record.payload, &text, &report))
         return std::nullopt;
     return Text{text.utf16 != 0, string_of(text.language), bytes_of(text.text)};
 }

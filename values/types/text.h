@@ -28,7 +28,8 @@ Text utf16_text(std::string_view utf8, std::string_view language_code, ByteOrder
 template <> struct Kind<Text> : Leaf {
     static constexpr Type type = well_known("T");
     static constexpr std::string_view json = "text", title = "Text";
-    static std::optional<Text> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<Text> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                    nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const Text &text);
     static void show(const Text &text, View &view);
 

@@ -20,10 +20,10 @@ Uri::Uri(std::string_view uri)
     uri_field = uri.substr(prefix_length);
 }
 
-std::optional<Uri> Kind<Uri>::read(const nfc_ndef_record_view &record, const Nesting &)
+std::optional<Uri> Kind<Uri>::read(const nfc_ndef_record_view &record, const Nesting &, nfc_ndef_payload_report &report)
 {
     nfc_ndef_uri uri;
-    if (!nfc_ndef_uri_read(record.payload, &uri, nullptr))
+    if (!nfc_ndef_uri_read(record.payload, &uri, &report))
         return std::nullopt;
     return Uri{uri.identifier_code, string_of(uri.field)};
 }

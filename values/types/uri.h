@@ -25,7 +25,8 @@ std::string expand_uri(const Uri &uri);
 template <> struct Kind<Uri> : Leaf {
     static constexpr Type type = well_known("U");
     static constexpr std::string_view json = "uri", title = "URI";
-    static std::optional<Uri> read(const nfc_ndef_record_view &record, const Nesting &nesting);
+    static std::optional<Uri> read(const nfc_ndef_record_view &record, const Nesting &nesting,
+                                   nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const Uri &uri);
     static void show(const Uri &uri, View &view);
 

@@ -13,6 +13,14 @@ std::string reason_of(const nfc_ndef_msg_report &report)
                        nfc_ndef_msg_check_text(report.reason));
 }
 
+std::string reason_of(const nfc_ndef_payload_report &report)
+{
+    if (report.reason == NFC_NDEF_PAYLOAD_NOT_A_MESSAGE)
+        return fmt::format("byte {}, record {} of the nested message: {}", report.offset, report.record + 1,
+                           nfc_ndef_msg_check_text(report.message_reason));
+    return fmt::format("byte {}: {}", report.offset, nfc_ndef_payload_reason_text(report.reason));
+}
+
 nfc_ndef_msg_view open_message(nfc_ndef::values::ByteView bytes, const std::string &path)
 {
     nfc_ndef_msg_view message;

@@ -112,27 +112,14 @@ private:
     void generic(const Generic &generic)
     {
         constexpr Type bluetooth_le = media("application/vnd.bluetooth.le.oob");
-        if (generic.malformed)
-            tree_.warning(fmt::format("malformed: {}", fault()));
+        if (generic.malformed())
+            tree_.warning(fmt::format("malformed: {}", reason_of(generic.refused)));
         if (generic.unopened && nested_at(record_.format, record_.type))
             tree_.warning(depth_ == max_nesting ? too_deep : too_many);
         if (bluetooth_le.matches(record_.format, text_of(record_.type)))
             show_structures(record_.payload, *this);
         else if (options_.dump_payloads)
             tree_.dump(record_.payload);
-    }
-
-    // Why a record could not be read as its type says.
-    std::string fault() const
-    {
-        const auto prefix = nested_at(record_.format, record_.type);
-        if (prefix && record_.payload.size() > *prefix) {
-            const ByteView nested = ByteView(record_.payload).subspan(*prefix);
-            nfc_ndef_msg_report report{};
-            if (nfc_ndef_msg_check(nested.data(), 0, static_cast<uint32_t>(nested.size()), &report) == 0)
-                return fmt::format("the nested message's {}", reason_of(report));
-        }
-        return "the payload does not fit the type";
     }
 
     Tree &tree_;
