@@ -60,10 +60,14 @@ for row in json.loads((data / "record-types.json").read_text()):
     document = as_json(message)
     validator.validate(document)
     assert make(document).stdout == message, f"{row['hex']}: {make(document)}"
+    if "shows" in row:
+        shown = subprocess.run([ndef, "show"], input=message, stdout=subprocess.PIPE, check=True).stdout.decode()
+        fields = re.findall(r"^  (?!type|flags|payload|uri|0)(.*)$", shown, re.MULTILINE)
+        assert sorted(fields) == sorted(row["shows"]), f"{row['hex']}: {shown}"
+        continue
     record = document["records"][row.get("record", 1) - 1]
     members = {name: value for name, value in record.items() if name not in ("payload", "other_records")}
-    if "reads_as" in row:
-        assert members == row["reads_as"] if row["reads_as"] else record["kind"] == "generic", f"{row['hex']}: {record}"
+    assert members == row["reads_as"] if row["reads_as"] else record["kind"] == "generic", f"{row['hex']}: {record}"
 
 for record, reason in refusals:
     refused = make({"records": [record]})

@@ -1,6 +1,8 @@
 #include "uri.h"
 
 #include "../c_interface.h"
+#include "../meaning/show_fields.h"
+#include "../meaning/uri_fields.h"
 #include "../printable.h"
 
 #include <fmt/format.h>
@@ -39,6 +41,7 @@ void Kind<Uri>::show(const Uri &uri, View &view)
     const bool known = uri.identifier_code < first_reserved_uri_code;
     view.text("uri", view_of(expand_uri(uri)), View::Encoding::utf8,
               known ? "" : fmt::format("(reserved prefix code {})", uri.identifier_code));
+    show_fields(uri_fields(expand_uri(uri)), view);
 }
 
 TextOrBytes Kind<Uri>::whole_of(const Uri &uri)

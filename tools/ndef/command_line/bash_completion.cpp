@@ -54,6 +54,8 @@ std::string cases_of(const Command &command, const std::string &path, bool outer
 std::string paths_of(const Command &command, const std::string &path)
 {
     std::string patterns;
+    if (command.run_joined)
+        patterns += fmt::format("        '{} '*' +') command='{}' ;;\n", path, path);
     for (const Command &below : command.commands) {
         const std::string longer = fmt::format("{} {}", path, below.name);
         patterns += fmt::format("        '{}') command=\"$command $word\" ;;\n", longer) + paths_of(below, longer);

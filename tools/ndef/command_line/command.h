@@ -59,6 +59,14 @@ private:
     std::map<const Option *, std::vector<std::string>> given_;
 };
 
+struct Command;
+
+// A command that was asked for, and what it was given.
+struct Invocation {
+    const Command *command;
+    Arguments given;
+};
+
 // A command with what it takes, or one that only has commands of its own.
 struct Command {
     std::string_view name;
@@ -67,6 +75,8 @@ struct Command {
     std::string_view footer{};                    // of the help: examples, and what else there is to say
     std::function<void(const Arguments &)> run{}; // throws Failure
     std::vector<Command> commands{};
+    // Runs one or more of its commands, which "+" joins on the command line, in place of their own `run`.
+    std::function<void(const std::vector<Invocation> &)> run_joined{};
 };
 
 } // namespace tool

@@ -70,7 +70,7 @@ public:
         return found == below_.end() ? *this : found->chosen();
     }
 
-    void run(Strings behind_dashes) const { command_.run(arguments(std::move(behind_dashes))); }
+    Invocation invocation(Strings behind_dashes) const { return {&command_, arguments(std::move(behind_dashes))}; }
 
     // "ndef make text"
     std::string full_name() const
@@ -147,11 +147,9 @@ std::string reason_of(const CLI::ParseError &error, const Parser &chosen, const 
     return values::printable_utf8(reason);
 }
 
-} // namespace
-
-void run_command_line(const Command &program, std::string_view version, int argc, char **argv)
+// The command that all arguments name; none when it was its help that was asked for, which is then written.
+std::optional<Invocation> parsed(const Command &program, std::string_view version, const Strings &all)
 {
-    const Strings all(argv + std::min(argc, 1), argv + argc);
     const auto dashes = std::ranges::find(all, "--");
     Strings behind_dashes(dashes == all.end() ? dashes : dashes + 1, all.end());
     Strings reversed(std::make_reverse_iterator(dashes), all.rend()); // as CLI11 takes them
@@ -177,16 +175,59 @@ void run_command_line(const Command &program, std::string_view version, int argc
                     refuse_what_is_left();
             throw;
         }
-        parser.chosen().run(std::move(behind_dashes));
+        return parser.chosen().invocation(std::move(behind_dashes));
     } catch (const CLI::Success &request) {
         std::ostringstream text;
         app.exit(request, text);
         write_output(text.str());
+        return std::nullopt;
     } catch (const CLI::ParseError &error) {
         const Parser &chosen = parser.chosen();
         throw Failure(exit_unusable,
                       fmt::format("{} ('{} --help' tells more)", reason_of(error, chosen, all), chosen.full_name()));
     }
+}
+
+const Command *find_command(const std::vector<Command> &commands, const std::string &name)
+{
+    const auto found = std::ranges::find(commands, name, &Command::name);
+    return found != commands.end() ? &*found : nullptr;
+}
+
+// "A B + C" as "A B" and "A C". A "+" joins only when what follows it is a command, so that it may be a text too.
+std::vector<Strings> split(const Command &joining, const Strings &all)
+{
+    std::vector<Strings> parts(1);
+    const auto dashes = std::ranges::find(all, "--");
+    for (auto argument = all.begin(); argument != all.end(); ++argument) {
+        const bool joins = argument < dashes && *argument == "+" && argument + 1 != all.end() &&
+                           find_command(joining.commands, argument[1]);
+        if (joins)
+            parts.push_back({std::string(joining.name)});
+        else
+            parts.back().push_back(*argument);
+    }
+    return parts;
+}
+
+} // namespace
+
+void run_command_line(const Command &program, std::string_view version, int argc, char **argv)
+{
+    const Strings all(argv + std::min(argc, 1), argv + argc);
+    const Command *const first = all.empty() ? nullptr : find_command(program.commands, all.front());
+    const bool joins = first && first->run_joined;
+    std::vector<Invocation> invocations;
+    for (const Strings &part : joins ? split(*first, all) : std::vector<Strings>{all}) {
+        std::optional<Invocation> one = parsed(program, version, part);
+        if (!one)
+            return;
+        invocations.push_back(*std::move(one));
+    }
+    if (joins)
+        first->run_joined(invocations);
+    else
+        invocations.front().command->run(invocations.front().given);
 }
 
 } // namespace tool

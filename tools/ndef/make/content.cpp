@@ -2,6 +2,8 @@
 
 #include <nfc_ndef/printable.h>
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 namespace tool::make {
@@ -10,6 +12,15 @@ namespace {
 bool is_of_language_code(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-';
+}
+
+// RFC 3986, 3.1.
+bool is_scheme(const std::string &text)
+{
+    const auto is_letter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+    return !text.empty() && is_letter(text[0]) && std::ranges::all_of(text, [&](char c) {
+        return is_letter(c) || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
+    });
 }
 
 } // namespace
@@ -29,11 +40,34 @@ values::Content text_content(const std::string &text, const std::string &languag
     return utf16 ? values::utf16_text(text, language) : values::utf8_text(text, language);
 }
 
+void require_media_type(const std::string &name)
+{
+    const size_t slash = name.find('/');
+    const bool printable = std::ranges::all_of(name, [](char c) { return c > ' ' && c < 0x7F; });
+    require(printable && slash != std::string::npos && slash > 0 && slash + 1 < name.size() && name.size() <= 255,
+            fmt::format("\"{}\" is not a media type", name));
+}
+
+void require_address(const std::string &email)
+{
+    const size_t at = email.find('@');
+    const bool plain =
+        values::is_utf8(email) && std::ranges::all_of(email, [](char c) { return static_cast<uint8_t>(c) > ' '; });
+    require(plain && at != std::string::npos && at > 0 && at + 1 < email.size() &&
+                email.find('@', at + 1) == std::string::npos,
+            fmt::format("\"{}\" is not an e-mail address", email));
+}
+
+// What is a URI to a phone; what has no scheme, or blanks, opens nothing there.
 values::Content uri_content(const std::string &uri)
 {
     require(!uri.empty(), "a URI must not be empty");
     require(std::ranges::all_of(uri, [](char c) { return static_cast<uint8_t>(c) >= 0x20; }) && values::is_utf8(uri),
             "a URI must be valid UTF-8 without control characters");
+    require(uri.find(' ') == std::string::npos, fmt::format("the URI \"{}\" has a space; in a URI that is %20", uri));
+    const size_t scheme = uri.find(':');
+    require(scheme != std::string::npos && is_scheme(uri.substr(0, scheme)),
+            fmt::format("the URI \"{}\" has no scheme such as https:", uri));
     return values::Uri(uri);
 }
 
@@ -44,15 +78,16 @@ values::Record record_of(values::Content content)
     return *std::move(record);
 }
 
-values::Bytes message_of(values::Content content, const std::string &id)
+values::Bytes message_of(const values::Records &records)
 {
-    require(id.size() <= 255, "an id is at most 255 bytes long");
-    values::Records records;
-    records.push_back(record_of(std::move(content)));
-    records.front().id = values::bytes_of(id);
-    const std::optional<values::Bytes> bytes = encode(records);
+    require(records.size() <= values::max_records,
+            fmt::format("a message holds at most {} records", values::max_records));
+    std::optional<values::Bytes> bytes = encode(records);
     require(bytes.has_value(), "the record cannot be encoded");
-    return *bytes;
+    nfc_ndef_msg_report report{};
+    require(nfc_ndef_msg_check(bytes->data(), 0, static_cast<uint32_t>(bytes->size()), &report) == 1,
+            fmt::format("these records make no message: {}", nfc_ndef_msg_check_text(report.reason)));
+    return *std::move(bytes);
 }
 
 } // namespace tool::make

@@ -18,11 +18,11 @@ struct ImpossibleValue : std::runtime_error {
 void require(bool possible, const std::string &reason);
 
 // Each throws ImpossibleValue.
+void require_media_type(const std::string &name);
+void require_address(const std::string &email);
 values::Content text_content(const std::string &text, const std::string &language, bool utf16);
 values::Content uri_content(const std::string &uri);
 values::Record record_of(values::Content content);
-
-// The message of one record of this content.
-values::Bytes message_of(values::Content content, const std::string &id);
+values::Bytes message_of(const values::Records &records);
 
 } // namespace tool::make

@@ -19,12 +19,12 @@ std::string shortened(const std::string &text)
     return text.size() <= enough ? text : text.substr(0, enough) + "...";
 }
 
-values::Bytes message(const Arguments &given)
+values::Records records(const Arguments &given)
 {
     const std::string path = given.value_or(file, "-");
     const std::vector<uint8_t> bytes = read_file(path, given.has(no_limit));
     try {
-        return *encode(values::from_json(values::text_of(bytes)));
+        return values::from_json(values::text_of(bytes));
     } catch (const values::JsonError &error) {
         const std::string member = error.path.empty() ? "" : shortened(values::printable_utf8(error.path)) + ": ";
         throw Failure(exit_refused,
@@ -42,7 +42,7 @@ Thing json()
             .examples = "Examples:\n"
                         "  ndef make json message.json -o tag.ndef\n"
                         "  ndef json tag.ndef | ndef make json --format c",
-            .message = message};
+            .records = records};
 }
 
 } // namespace tool::make

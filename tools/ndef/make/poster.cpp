@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <set>
 
 namespace tool::make {
 namespace {
@@ -49,12 +50,11 @@ template <class Number> Number number_of(const std::string &text, std::string_vi
     return number;
 }
 
-void require_media_type(const std::string &name)
+// Of ASCII letters.
+std::string in_lower_case(std::string text)
 {
-    const size_t slash = name.find('/');
-    const bool printable = std::ranges::all_of(name, [](char c) { return c > ' ' && c < 0x7F; });
-    require(printable && slash != std::string::npos && slash > 0 && slash + 1 < name.size() && name.size() <= 255,
-            fmt::format("\"{}\" is not a media type", name));
+    std::ranges::transform(text, text.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; });
+    return text;
 }
 
 values::Record title_record(const std::string &given)
@@ -72,7 +72,7 @@ uint8_t action_of(const std::string &name)
 }
 
 // The media type that a file name tells; empty when it tells none.
-std::string media_type_of(std::string file_name)
+std::string media_type_of(const std::string &file_name)
 {
     constexpr std::array<std::pair<std::string_view, std::string_view>, 9> types{{{".png", "image/png"},
                                                                                   {".jpg", "image/jpeg"},
@@ -83,9 +83,8 @@ std::string media_type_of(std::string file_name)
                                                                                   {".mp4", "video/mp4"},
                                                                                   {".mpg", "video/mpeg"},
                                                                                   {".mpeg", "video/mpeg"}}};
-    std::ranges::transform(file_name, file_name.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; });
-    const auto *found = std::ranges::find_if(types, [&](const auto &row) { return file_name.ends_with(row.first); });
+    const std::string name = in_lower_case(file_name);
+    const auto *found = std::ranges::find_if(types, [&](const auto &row) { return name.ends_with(row.first); });
     return found != types.end() ? std::string(found->second) : "";
 }
 
@@ -109,15 +108,20 @@ values::Bytes big_endian(uint32_t number)
     return bytes;
 }
 
-values::Content content(const Arguments &given)
+values::Record record(const Arguments &given)
 {
     const std::vector<std::string> titles = given.values(title), icons = given.values(icon);
     require(titles.size() + icons.size() + 4 <= values::max_records,
             fmt::format("a poster holds at most {} records", values::max_records));
     values::SmartPoster poster;
     poster.uri_record = record_of(uri_content(given.value_or(uri_argument, "")));
-    for (const std::string &one : titles)
+    std::set<std::string> languages;
+    for (const std::string &one : titles) {
         poster.titles.push_back(title_record(one));
+        const auto &language = std::get<values::Text>(poster.titles.back().content).language_code;
+        require(languages.insert(in_lower_case(language)).second,
+                fmt::format("there are two titles in the language {}", language));
+    }
     poster.action = action_of(given.value_or(action, "do"));
     for (const std::string &one : icons)
         poster.icons.push_back(icon_record(one, given.has(no_limit)));
@@ -128,7 +132,7 @@ values::Content content(const Arguments &given)
     if (const auto number = given.value(size))
         poster.size_record = values::generic_record(
             values::well_known("s"), big_endian(number_of<uint32_t>(*number, "a size: a number from 0 to 4294967295")));
-    return poster;
+    return record_of(std::move(poster));
 }
 
 } // namespace
@@ -142,7 +146,7 @@ Thing poster()
                         "  ndef make poster https://example.com --title en=Welcome --title de=Willkommen\n"
                         "  ndef make poster https://example.com/manual.pdf --action save --type application/pdf\n"
                         "      --size 81920 --icon logo.png --icon image/x-icon=favicon -o poster.ndef",
-            .content = content};
+            .record = record};
 }
 
 } // namespace tool::make

@@ -9,14 +9,14 @@ namespace tool::make {
 
 namespace values = nfc_ndef::values;
 
-// Either of the functions is there. They throw ImpossibleValue (content.h) or Failure.
+// One of the functions is there. They throw ImpossibleValue (content.h) or Failure.
 struct Thing {
     std::string_view name;
     std::string_view summary;
     std::vector<const Option *> options; // its own, besides those of output and the record's id
     std::string_view examples;
-    std::function<values::Content(const Arguments &)> content{}; // of one record
-    std::function<values::Bytes(const Arguments &)> message{};   // a whole message
+    std::function<values::Record(const Arguments &)> record{};   // without an id
+    std::function<values::Records(const Arguments &)> records{}; // which have their own ids
 };
 
 // The list is in all.cpp.

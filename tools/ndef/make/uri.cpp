@@ -6,7 +6,7 @@ namespace {
 
 constexpr Option uri_argument{.names = "URI", .help = "The URI; its prefix is abbreviated", .required = true};
 
-values::Content content(const Arguments &given) { return uri_content(given.value_or(uri_argument, "")); }
+values::Record record(const Arguments &given) { return record_of(uri_content(given.value_or(uri_argument, ""))); }
 
 } // namespace
 
@@ -18,7 +18,7 @@ Thing uri()
             .examples = "Examples:\n"
                         "  ndef make uri https://www.example.com/\n"
                         "  ndef make uri tel:+4930123456 --format hex",
-            .content = content};
+            .record = record};
 }
 
 } // namespace tool::make

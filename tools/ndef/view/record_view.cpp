@@ -3,6 +3,8 @@
 #include "io/message.h"
 
 #include <nfc_ndef/bluetooth/structures.h>
+#include <nfc_ndef/meaning/personal.h>
+#include <nfc_ndef/meaning/show_fields.h>
 #include <nfc_ndef/printable.h>
 
 #include <fmt/format.h>
@@ -118,6 +120,8 @@ private:
             tree_.warning(depth_ == max_nesting ? too_deep : too_many);
         if (bluetooth_le.matches(record_.format, text_of(record_.type)))
             show_structures(record_.payload, *this);
+        else if (const NamedTexts fields = personal_fields(record_); !fields.empty())
+            show_fields(fields, *this);
         else if (options_.dump_payloads)
             tree_.dump(record_.payload);
     }
