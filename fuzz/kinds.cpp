@@ -21,7 +21,7 @@ public:
 
     explicit Arbitrary(Input &in) : in_(in) {}
 
-    void flag(Name, auto &value) { fill(value); }
+    void flag(Name, auto &value, auto...) { fill(value); }
     void number(Name, auto &value, auto...) { fill(value); }
     void version(Name, auto &value) { fill(value); }
     void choice(Name, auto &value, auto...) { fill(value); }
@@ -33,6 +33,11 @@ public:
     void bytes(Name, auto &value, values::Sizes = {}) { fill(value); }
     void byte_strings(Name, auto &value, auto...) { fill(value); }
     void spelled(Name, auto &value, auto...) { fill(value); }
+    void spelled_as_one_of(Name, Bytes &value, const auto &spellings)
+    {
+        const ByteView bytes = in_.take(spellings[in_.u8() % std::size(spellings)].length);
+        value.assign(bytes.begin(), bytes.end());
+    }
     void spelled_list(Name, auto &value, auto...) { fill(value); }
     void record(Name, auto &value, Name type, auto...) { fill(value, type); }
     void record_with_flags(Name, auto &value, auto &flags)

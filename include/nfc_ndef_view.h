@@ -176,7 +176,15 @@ typedef enum nfc_ndef_kind {
     NFC_NDEF_KIND_BT_LEGACY = 12,           /**< nfc_ndef_bt_legacy_read() */
     NFC_NDEF_KIND_SHARING_ENQUIRY = 13,     /**< nfc_ndef_sharing_enquiry_read() */
     NFC_NDEF_KIND_ANDROID_APPLICATION = 14, /**< nfc_ndef_android_application_read(), as all below in nfc_ndef_types.h */
-    NFC_NDEF_KIND_DEVICE_INFORMATION = 15   /**< nfc_ndef_device_information_read() */
+    NFC_NDEF_KIND_DEVICE_INFORMATION = 15,  /**< nfc_ndef_device_information_read() */
+    NFC_NDEF_KIND_WIFI = 16,                /**< nfc_ndef_wifi_read() */
+    NFC_NDEF_KIND_BT_LE = 17,               /**< nfc_ndef_bt_le_read() */
+    NFC_NDEF_KIND_HANDOVER_MEDIATION = 18,  /**< nfc_ndef_handover_mediation_read() */
+    NFC_NDEF_KIND_HANDOVER_INITIATE = 19,   /**< nfc_ndef_handover_initiate_read() */
+    NFC_NDEF_KIND_SERVICE_PARAMETER = 20,   /**< nfc_ndef_service_parameter_read() */
+    NFC_NDEF_KIND_SERVICE_SELECT = 21,      /**< nfc_ndef_service_select_read() */
+    NFC_NDEF_KIND_TNEP_STATUS = 22,         /**< nfc_ndef_tnep_status_read() */
+    NFC_NDEF_KIND_SIGNATURE = 23            /**< nfc_ndef_signature_read() */
 } nfc_ndef_kind;
 
 /**
@@ -217,7 +225,8 @@ typedef enum nfc_ndef_payload_reason {
     NFC_NDEF_PAYLOAD_CHARACTER_NOT_ALLOWED = 20,   /**< A name has a character that is not allowed there. */
     NFC_NDEF_PAYLOAD_NOT_UTF8 = 21,                /**< A URI is not UTF-8. */
     NFC_NDEF_PAYLOAD_NUMBER_NOT_ALLOWED = 22,      /**< A number is not one that its field may have. */
-    NFC_NDEF_PAYLOAD_FIELD_EMPTY = 23              /**< A field is empty that must not be. */
+    NFC_NDEF_PAYLOAD_FIELD_EMPTY = 23,             /**< A field is empty that must not be. */
+    NFC_NDEF_PAYLOAD_IN_CHUNKS = 24                /**< A nested record is in chunks where none may be. */
 } nfc_ndef_payload_reason;
 
 /** What a function that reads a payload found. */

@@ -6,6 +6,7 @@
 namespace ndef {
 
 enum EirType : uint8_t {
+    flags = 0x01,
     uuid16_incomplete = 0x02,
     uuid16_complete = 0x03,
     uuid32_incomplete = 0x04,
@@ -17,6 +18,15 @@ enum EirType : uint8_t {
     class_of_device = 0x0D,
     hash_c = 0x0E,
     randomizer_r = 0x0F,
+    security_manager_tk = 0x10,
+    service_data16 = 0x16,
+    appearance = 0x19,
+    le_address = 0x1B,
+    le_role = 0x1C,
+    service_data32 = 0x20,
+    service_data128 = 0x21,
+    confirmation = 0x22, // of LE Secure Connections, as the random value
+    random_value = 0x23,
     manufacturer = 0xFF,
 };
 

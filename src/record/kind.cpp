@@ -30,6 +30,18 @@ nfc_ndef_kind well_known_kind(uint32_t name)
         return NFC_NDEF_KIND_HANDOVER_ERROR;
     case known::device_information.short_name:
         return NFC_NDEF_KIND_DEVICE_INFORMATION;
+    case known::handover_mediation.short_name:
+        return NFC_NDEF_KIND_HANDOVER_MEDIATION;
+    case known::handover_initiate.short_name:
+        return NFC_NDEF_KIND_HANDOVER_INITIATE;
+    case known::service_parameter.short_name:
+        return NFC_NDEF_KIND_SERVICE_PARAMETER;
+    case known::service_select.short_name:
+        return NFC_NDEF_KIND_SERVICE_SELECT;
+    case known::tnep_status.short_name:
+        return NFC_NDEF_KIND_TNEP_STATUS;
+    case known::signature.short_name:
+        return NFC_NDEF_KIND_SIGNATURE;
     default:
         return NFC_NDEF_KIND_OTHER;
     }
@@ -45,6 +57,10 @@ uint32_t nfc_ndef_record_view_kind(const nfc_ndef_record_view *record)
     const CandidateType candidate(record->format, name);
     if (candidate.matches(known::bluetooth_oob))
         return NFC_NDEF_KIND_BT_OOB;
+    if (candidate.matches(known::bluetooth_le))
+        return NFC_NDEF_KIND_BT_LE;
+    if (candidate.matches(known::wifi))
+        return NFC_NDEF_KIND_WIFI;
     if (candidate.matches(known::bluetooth_legacy))
         return NFC_NDEF_KIND_BT_LEGACY;
     if (candidate.matches(known::sharing_enquiry))

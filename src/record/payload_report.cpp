@@ -51,6 +51,8 @@ const char *nfc_ndef_payload_reason_text(uint32_t reason)
         return "a number is not one that its field may have";
     case NFC_NDEF_PAYLOAD_FIELD_EMPTY:
         return "a field is empty that must not be";
+    case NFC_NDEF_PAYLOAD_IN_CHUNKS:
+        return "a nested record is in chunks";
     default:
         return "unknown reason";
     }

@@ -191,6 +191,14 @@ std::vector<Case> rebuilder_cases()
     return {
         REBUILDING(android_application, "612E62"),
         REBUILDING(device_information, "000156 01014D FF0101"),
+        REBUILDING(wifi, "100E 0011 1045 0001 61 1003 0002 0001 100F 0002 0001"),
+        REBUILDING(bt_le, "021C00 020A01"),
+        REBUILDING(handover_mediation, "13 D102006163"),
+        REBUILDING(handover_initiate, "13"),
+        REBUILDING(service_parameter, "10 0161 00 00 00 0000"),
+        REBUILDING(service_select, "0161"),
+        REBUILDING(tnep_status, "00"),
+        REBUILDING(signature, "20 00 02 0000 01 000161"),
     };
 }
 

@@ -57,7 +57,7 @@ public:
     // To be called before the first member: whether the object says what its payload reads as.
     bool takes_payload() { return has_payload_ = object_.contains("payload"); }
 
-    void flag(std::string_view name, bool &value)
+    void flag(std::string_view name, bool &value, Presence = Presence::required)
     {
         if (const Json *found = find(name)) {
             check(found->is_boolean(), name, "must be true or false");
@@ -240,6 +240,17 @@ public:
     {
         if (const Json *found = find(name, presence))
             std::ranges::copy(spelled_bytes(*found, name, spelling), value.emplace().begin());
+    }
+    // Bytes in one of several spellings, which differ in length.
+    void spelled_as_one_of(std::string_view name, Bytes &value, std::span<const Spelling> spellings)
+    {
+        const Json *found = find(name, Presence::required);
+        if (!found)
+            return;
+        const std::string text = string_of(*found, name);
+        const auto fits = [&](const Spelling &spelling) { return spelling.example.size() == text.size(); };
+        const auto spelling = std::ranges::find_if(spellings, fits);
+        value = spelled_bytes(*found, name, spelling != spellings.end() ? *spelling : spellings.front());
     }
     void spelled_list(std::string_view name, std::optional<Bytes> &value, const Spelling &spelling, Sizes counts)
     {

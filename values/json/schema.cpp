@@ -54,7 +54,10 @@ public:
 
     explicit JsonSchema(std::map<std::string, Json> &definitions) : definitions_(definitions) {}
 
-    void flag(std::string_view name, bool) { set(name, {{"type", "boolean"}, {"default", false}}); }
+    void flag(std::string_view name, bool, Presence = Presence::required)
+    {
+        set(name, {{"type", "boolean"}, {"default", false}});
+    }
     template <class Number> void number(std::string_view name, Number)
     {
         number(name, std::optional<Number>(), Presence::required);
@@ -142,6 +145,13 @@ public:
                                      const Spelling &spelling, Presence presence = Presence::optional)
     {
         set(name, pattern_of(spelling), presence);
+    }
+    void spelled_as_one_of(std::string_view name, const Bytes &, std::span<const Spelling> spellings)
+    {
+        Json patterns = Json::array();
+        for (const Spelling &spelling : spellings)
+            patterns.push_back(pattern_of(spelling));
+        set(name, {{"anyOf", patterns}}, Presence::required);
     }
     template <class List> void spelled_list(std::string_view name, const List &, const Spelling &spelling, Sizes counts)
     {

@@ -32,7 +32,11 @@ public:
 
     JsonWriter(Json &object, Nesting nesting) : object_(object), nesting_(std::move(nesting)) {}
 
-    void flag(std::string_view name, bool value) { set(name, value); }
+    void flag(std::string_view name, bool value, Presence presence = Presence::required)
+    {
+        if (value || presence == Presence::required)
+            set(name, value);
+    }
     void number(std::string_view name, unsigned value) { set(name, value); }
     template <class Number>
     void number(std::string_view name, const std::optional<Number> &value, Presence = Presence::optional)
@@ -151,6 +155,12 @@ public:
     {
         if (value)
             spelled(name, *value, spelling);
+    }
+    void spelled_as_one_of(std::string_view name, const Bytes &value, std::span<const Spelling> spellings)
+    {
+        for (const Spelling &spelling : spellings)
+            if (spelling.length == value.size())
+                set(name, spelling.text_of(value));
     }
     void spelled_list(std::string_view name, const std::optional<Bytes> &value, const Spelling &spelling, Sizes)
     {

@@ -6,6 +6,7 @@ namespace tool::make {
 Thing text();
 Thing uri();
 Thing poster();
+Thing wifi();
 Thing contact();
 Thing app();
 Thing geo(); // addresses.cpp
@@ -18,7 +19,8 @@ Thing json();
 
 std::vector<Thing> all_things()
 {
-    return {text(), uri(), poster(), contact(), app(), geo(), tel(), sms(), mail(), media(), external(), json()};
+    return {text(), uri(), poster(), wifi(),  contact(),  app(), geo(),
+            tel(),  sms(), mail(),   media(), external(), json()};
 }
 
 } // namespace tool::make

@@ -1,5 +1,7 @@
 #include "make/content.h"
 
+#include "io/input.h"
+
 #include <nfc_ndef/printable.h>
 
 #include <fmt/format.h>
@@ -29,6 +31,15 @@ void require(bool possible, const std::string &reason)
 {
     if (!possible)
         throw ImpossibleValue(reason);
+}
+
+std::string text_of_input(bool unlimited)
+{
+    const std::vector<uint8_t> bytes = read_file("-", unlimited);
+    std::string_view text = values::text_of(bytes);
+    if (text.ends_with('\n'))
+        text.remove_suffix(text.ends_with("\r\n") ? 2 : 1);
+    return std::string(text);
 }
 
 values::Content text_content(const std::string &text, const std::string &language, bool utf16)

@@ -17,6 +17,9 @@ struct ImpossibleValue : std::runtime_error {
 
 void require(bool possible, const std::string &reason);
 
+// All of standard input but for one line end behind it. Throws Failure.
+std::string text_of_input(bool unlimited);
+
 // Each throws ImpossibleValue.
 void require_media_type(const std::string &name);
 void require_address(const std::string &email);

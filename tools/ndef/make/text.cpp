@@ -11,15 +11,6 @@ constexpr Option language{
     .names = "--language", .placeholder = "CODE", .help = "The text's language, such as en or pt-BR; en without it"};
 constexpr Option utf16{.names = "--utf16", .help = "Write the text as UTF-16 instead of UTF-8"};
 
-std::string text_of_input(bool unlimited)
-{
-    const std::vector<uint8_t> bytes = read_file("-", unlimited);
-    std::string_view text = values::text_of(bytes);
-    if (text.ends_with('\n'))
-        text.remove_suffix(text.ends_with("\r\n") ? 2 : 1);
-    return std::string(text);
-}
-
 values::Record record(const Arguments &given)
 {
     std::string text = given.value_or(text_argument, "");
