@@ -50,12 +50,23 @@ typedef struct nfc_ndef_android_application {
     nfc_ndef_bytes package; /**< Name of the package: ASCII letters, digits, '_' and '.', at least one. */
 } nfc_ndef_android_application;
 
-/** Reads the payload of an Android Application Record. */
+/**
+ * Reads the payload of an Android Application Record.
+ * @param payload      the payload
+ * @param application  out: what was read
+ * @param report       out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_android_application_read(nfc_ndef_bytes payload,
                                                        nfc_ndef_android_application *application,
                                                        nfc_ndef_payload_report *report);
 
-/** Makes an Android Application Record. */
+/**
+ * Makes an Android Application Record.
+ * @param application  borrowed
+ * @param id           id of the record, at most 255 bytes; may be empty
+ * @return a new record; null when memory runs out, and when reading would refuse it
+ */
 NFC_NDEF_API nfc_ndef_record *
 nfc_ndef_android_application_record_create(const nfc_ndef_android_application *application, nfc_ndef_bytes id);
 
@@ -69,7 +80,13 @@ typedef struct nfc_ndef_device_information {
     nfc_ndef_bytes elements;       /**< Elements in wire form, for nfc_ndef_device_information_next(). */
 } nfc_ndef_device_information;
 
-/** Reads a Device Information payload. The elements may come in any order. */
+/**
+ * Reads a Device Information payload. The elements may come in any order.
+ * @param payload      the payload
+ * @param information  out: what was read
+ * @param report       out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_device_information_read(nfc_ndef_bytes payload, nfc_ndef_device_information *information,
                                                       nfc_ndef_payload_report *report);
 
@@ -92,7 +109,12 @@ NFC_NDEF_API uint8_t nfc_ndef_device_information_next(nfc_ndef_device_informatio
 NFC_NDEF_API uint32_t nfc_ndef_device_information_element_write(const nfc_ndef_element *element, uint8_t *buffer,
                                                                 uint32_t capacity);
 
-/** Makes a Device Information record. */
+/**
+ * Makes a Device Information record.
+ * @param information  borrowed
+ * @param id           id of the record, at most 255 bytes; may be empty
+ * @return a new record; null when memory runs out, and when reading would refuse it
+ */
 NFC_NDEF_API nfc_ndef_record *nfc_ndef_device_information_record_create(const nfc_ndef_device_information *information,
                                                                         nfc_ndef_bytes id);
 
@@ -125,7 +147,12 @@ typedef struct nfc_ndef_bt_le {
     uint8_t uuid128_list_type; /**< With a list 6 (incomplete) or 7 (complete). */
 } nfc_ndef_bt_le;
 
-/** Reads a Bluetooth LE out-of-band payload. There must be a structure; bytes of zero between structures are padding.
+/**
+ * Reads a Bluetooth LE out-of-band payload. There must be a structure; bytes of zero between structures are padding.
+ * @param payload  the payload
+ * @param le       out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
  */
 NFC_NDEF_API uint8_t nfc_ndef_bt_le_read(nfc_ndef_bytes payload, nfc_ndef_bt_le *le, nfc_ndef_payload_report *report);
 
@@ -151,6 +178,9 @@ NFC_NDEF_API uint32_t nfc_ndef_eir_write(const nfc_ndef_eir *structure, uint8_t 
 /**
  * Makes a Bluetooth LE out-of-band record. Behind the fields stand service data, then data of manufacturers, then other
  * structures.
+ * @param le  borrowed
+ * @param id  id of the record, at most 255 bytes; may be empty
+ * @return a new record; null when memory runs out, and when reading would refuse it
  */
 NFC_NDEF_API nfc_ndef_record *nfc_ndef_bt_le_record_create(const nfc_ndef_bt_le *le, nfc_ndef_bytes id);
 
@@ -167,7 +197,13 @@ typedef struct nfc_ndef_signature {
     uint8_t certificate_count;      /**< Number of certificates that were not handed out yet, 0 to 15. */
 } nfc_ndef_signature;
 
-/** Reads a Signature payload. URIs must be UTF-8 without control characters, and not empty. */
+/**
+ * Reads a Signature payload. URIs must be UTF-8 without control characters, and not empty.
+ * @param payload    the payload
+ * @param signature  out: what was read
+ * @param report     out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_signature_read(nfc_ndef_bytes payload, nfc_ndef_signature *signature,
                                              nfc_ndef_payload_report *report);
 
@@ -189,13 +225,22 @@ NFC_NDEF_API uint8_t nfc_ndef_signature_next(nfc_ndef_signature *signature, nfc_
 NFC_NDEF_API uint32_t nfc_ndef_signature_certificate_write(nfc_ndef_bytes certificate, uint8_t *buffer,
                                                            uint32_t capacity);
 
-/** Makes a Signature record. `certificate_count` says how many of the certificates it takes. */
+/**
+ * Makes a Signature record. `certificate_count` says how many of the certificates it takes.
+ * @param signature  borrowed
+ * @param id         id of the record, at most 255 bytes; may be empty
+ * @return a new record; null when memory runs out, and when reading would refuse it
+ */
 NFC_NDEF_API nfc_ndef_record *nfc_ndef_signature_record_create(const nfc_ndef_signature *signature, nfc_ndef_bytes id);
 
 /**
  * Reads the payload of a Handover Mediation record, "Hm" (NFC Forum Connection Handover 1.5): a version, and nothing or
  * a message of Alternative Carrier records, which nfc_ndef_handover_next_carrier() hands out. `collision` and `error`
  * stay "no record". The message must not have chunks.
+ * @param payload    the payload
+ * @param mediation  out: what was read
+ * @param report     out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
  */
 NFC_NDEF_API uint8_t nfc_ndef_handover_mediation_read(nfc_ndef_bytes payload, nfc_ndef_handover *mediation,
                                                       nfc_ndef_payload_report *report);
@@ -203,15 +248,29 @@ NFC_NDEF_API uint8_t nfc_ndef_handover_mediation_read(nfc_ndef_bytes payload, nf
 /**
  * Makes a Handover Mediation record of a version and of the bytes of a message, `message.rest`, as #nfc_ndef_msg_writer
  * writes them; the other fields are not consulted.
+ * @param mediation  borrowed
+ * @param id         id of the record, at most 255 bytes; may be empty
+ * @return a new record; null when memory runs out, and when reading would refuse it
  */
 NFC_NDEF_API nfc_ndef_record *nfc_ndef_handover_mediation_record_create(const nfc_ndef_handover *mediation,
                                                                         nfc_ndef_bytes id);
 
-/** Reads the payload of a Handover Initiate record, "Hi"; it is that of nfc_ndef_handover_mediation_read(). */
+/**
+ * Reads the payload of a Handover Initiate record, "Hi"; it is that of nfc_ndef_handover_mediation_read().
+ * @param payload   the payload
+ * @param initiate  out: what was read
+ * @param report    out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_handover_initiate_read(nfc_ndef_bytes payload, nfc_ndef_handover *initiate,
                                                      nfc_ndef_payload_report *report);
 
-/** Makes a Handover Initiate record, as nfc_ndef_handover_mediation_record_create() does. */
+/**
+ * Makes a Handover Initiate record, as nfc_ndef_handover_mediation_record_create() does.
+ * @param initiate  borrowed
+ * @param id        id of the record, at most 255 bytes; may be empty
+ * @return a new record; null when memory runs out, and when reading would refuse it
+ */
 NFC_NDEF_API nfc_ndef_record *nfc_ndef_handover_initiate_record_create(const nfc_ndef_handover *initiate,
                                                                        nfc_ndef_bytes id);
 
@@ -225,11 +284,22 @@ typedef struct nfc_ndef_service_parameter {
     uint8_t maximum_waiting_time_extensions; /**< How often that time may pass; 0 to 15 where it is made. */
 } nfc_ndef_service_parameter;
 
-/** Reads a Service Parameter payload. */
+/**
+ * Reads a Service Parameter payload.
+ * @param payload    the payload
+ * @param parameter  out: what was read
+ * @param report     out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_service_parameter_read(nfc_ndef_bytes payload, nfc_ndef_service_parameter *parameter,
                                                      nfc_ndef_payload_report *report);
 
-/** Makes a Service Parameter record. */
+/**
+ * Makes a Service Parameter record.
+ * @param parameter  borrowed
+ * @param id         id of the record, at most 255 bytes; may be empty
+ * @return a new record; null when memory runs out, and when reading would refuse it
+ */
 NFC_NDEF_API nfc_ndef_record *nfc_ndef_service_parameter_record_create(const nfc_ndef_service_parameter *parameter,
                                                                        nfc_ndef_bytes id);
 
@@ -238,11 +308,22 @@ typedef struct nfc_ndef_service_select {
     nfc_ndef_bytes service_name; /**< Name of the service, at most 255 visible ASCII characters; empty to leave it. */
 } nfc_ndef_service_select;
 
-/** Reads a Service Select payload. */
+/**
+ * Reads a Service Select payload.
+ * @param payload  the payload
+ * @param select   out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_service_select_read(nfc_ndef_bytes payload, nfc_ndef_service_select *select,
                                                   nfc_ndef_payload_report *report);
 
-/** Makes a Service Select record. */
+/**
+ * Makes a Service Select record.
+ * @param select  borrowed
+ * @param id      id of the record, at most 255 bytes; may be empty
+ * @return a new record; null when memory runs out, and when reading would refuse it
+ */
 NFC_NDEF_API nfc_ndef_record *nfc_ndef_service_select_record_create(const nfc_ndef_service_select *select,
                                                                     nfc_ndef_bytes id);
 
@@ -251,11 +332,22 @@ typedef struct nfc_ndef_tnep_status {
     uint8_t status; /**< 0 success, 1 protocol error, 0x80 to 0xFE errors of the service. */
 } nfc_ndef_tnep_status;
 
-/** Reads a TNEP Status payload. */
+/**
+ * Reads a TNEP Status payload.
+ * @param payload  the payload
+ * @param status   out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_tnep_status_read(nfc_ndef_bytes payload, nfc_ndef_tnep_status *status,
                                                nfc_ndef_payload_report *report);
 
-/** Makes a TNEP Status record. */
+/**
+ * Makes a TNEP Status record.
+ * @param status  borrowed
+ * @param id      id of the record, at most 255 bytes; may be empty
+ * @return a new record; null when memory runs out, and when reading would refuse it
+ */
 NFC_NDEF_API nfc_ndef_record *nfc_ndef_tnep_status_record_create(const nfc_ndef_tnep_status *status, nfc_ndef_bytes id);
 
 /**
@@ -308,6 +400,10 @@ typedef struct nfc_ndef_wifi {
 /**
  * Reads a Wi-Fi configuration payload. A credential must have a network name, both types, and a key unless the network
  * is open.
+ * @param payload  the payload
+ * @param wifi     out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
  */
 NFC_NDEF_API uint8_t nfc_ndef_wifi_read(nfc_ndef_bytes payload, nfc_ndef_wifi *wifi, nfc_ndef_payload_report *report);
 
@@ -399,7 +495,12 @@ NFC_NDEF_API uint32_t nfc_ndef_wifi_extension_element_write(const nfc_ndef_eleme
 NFC_NDEF_API uint32_t nfc_ndef_wifi_extension_write(const nfc_ndef_wifi_extension *extension, uint8_t *buffer,
                                                     uint32_t capacity);
 
-/** Makes a Wi-Fi configuration record: credentials first, as phones want them, and vendor extensions last. */
+/**
+ * Makes a Wi-Fi configuration record: credentials first, as phones want them, and vendor extensions last.
+ * @param wifi  borrowed
+ * @param id    id of the record, at most 255 bytes; may be empty
+ * @return a new record; null when memory runs out, and when reading would refuse it
+ */
 NFC_NDEF_API nfc_ndef_record *nfc_ndef_wifi_record_create(const nfc_ndef_wifi *wifi, nfc_ndef_bytes id);
 
 /** @} */

@@ -175,7 +175,7 @@ typedef enum nfc_ndef_kind {
     NFC_NDEF_KIND_BT_OOB = 11,              /**< nfc_ndef_bt_oob_read() */
     NFC_NDEF_KIND_BT_LEGACY = 12,           /**< nfc_ndef_bt_legacy_read() */
     NFC_NDEF_KIND_SHARING_ENQUIRY = 13,     /**< nfc_ndef_sharing_enquiry_read() */
-    NFC_NDEF_KIND_ANDROID_APPLICATION = 14, /**< nfc_ndef_android_application_read(), as all below in nfc_ndef_types.h */
+    NFC_NDEF_KIND_ANDROID_APPLICATION = 14, /**< nfc_ndef_android_application_read() of nfc_ndef_types.h */
     NFC_NDEF_KIND_DEVICE_INFORMATION = 15,  /**< nfc_ndef_device_information_read() */
     NFC_NDEF_KIND_WIFI = 16,                /**< nfc_ndef_wifi_read() */
     NFC_NDEF_KIND_BT_LE = 17,               /**< nfc_ndef_bt_le_read() */
@@ -254,7 +254,13 @@ typedef struct nfc_ndef_text {
     uint8_t utf16;           /**< 0 for UTF-8, 1 for UTF-16. */
 } nfc_ndef_text;
 
-/** Reads a Text payload; see rtdlib_text_record_extract(). */
+/**
+ * Reads a Text payload; see rtdlib_text_record_extract().
+ * @param payload  the payload
+ * @param text     out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_text_read(nfc_ndef_bytes payload, nfc_ndef_text *text, nfc_ndef_payload_report *report);
 
 /** A URI record, "U" (NFC Forum URI RTD 1.0). The URI is the prefix and, right behind it, the field. */
@@ -264,7 +270,13 @@ typedef struct nfc_ndef_uri {
     uint8_t identifier_code; /**< Code of the prefix, any value. */
 } nfc_ndef_uri;
 
-/** Reads a URI payload; see rtdlib_uri_record_extract(). */
+/**
+ * Reads a URI payload; see rtdlib_uri_record_extract().
+ * @param payload  the payload
+ * @param uri      out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_uri_read(nfc_ndef_bytes payload, nfc_ndef_uri *uri, nfc_ndef_payload_report *report);
 
 /**
@@ -308,7 +320,13 @@ typedef struct nfc_ndef_smart_poster {
     uint8_t handed_out;        /**< For nfc_ndef_smart_poster_next(). */
 } nfc_ndef_smart_poster;
 
-/** Reads a Smart Poster payload; see rtdlib_smart_poster_record_extract(). */
+/**
+ * Reads a Smart Poster payload; see rtdlib_smart_poster_record_extract().
+ * @param payload  the payload
+ * @param poster   out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_smart_poster_read(nfc_ndef_bytes payload, nfc_ndef_smart_poster *poster,
                                                 nfc_ndef_payload_report *report);
 
@@ -345,7 +363,13 @@ typedef struct nfc_ndef_generic_control {
     uint8_t nested_count;               /**< Number of nested Generic Control records. */
 } nfc_ndef_generic_control;
 
-/** Reads a Generic Control payload; see rtdlib_generic_control_record_extract(). */
+/**
+ * Reads a Generic Control payload; see rtdlib_generic_control_record_extract().
+ * @param payload  the payload
+ * @param control  out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_generic_control_read(nfc_ndef_bytes payload, nfc_ndef_generic_control *control,
                                                    nfc_ndef_payload_report *report);
 
@@ -366,7 +390,13 @@ typedef struct nfc_ndef_handover {
     uint8_t carrier_count;     /**< Number of Alternative Carrier records. */
 } nfc_ndef_handover;
 
-/** Reads a Handover Request payload; see rtdlib_handover_request_record_extract(). */
+/**
+ * Reads a Handover Request payload; see rtdlib_handover_request_record_extract().
+ * @param payload  the payload
+ * @param request  out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_handover_request_read(nfc_ndef_bytes payload, nfc_ndef_handover *request,
                                                     nfc_ndef_payload_report *report);
 
@@ -396,7 +426,13 @@ typedef struct nfc_ndef_handover_carrier {
     uint8_t format;      /**< Carrier type format, 0 to 7: one of the NFC_NDEF_TNF_ values. */
 } nfc_ndef_handover_carrier;
 
-/** Reads a Handover Carrier payload; see rtdlib_handover_carrier_record_extract(). */
+/**
+ * Reads a Handover Carrier payload; see rtdlib_handover_carrier_record_extract().
+ * @param payload  the payload
+ * @param carrier  out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_handover_carrier_read(nfc_ndef_bytes payload, nfc_ndef_handover_carrier *carrier,
                                                     nfc_ndef_payload_report *report);
 
@@ -408,7 +444,13 @@ typedef struct nfc_ndef_alternative_carrier {
     uint8_t auxiliary_count;  /**< Number of auxiliary references that were not handed out yet. */
 } nfc_ndef_alternative_carrier;
 
-/** Reads an Alternative Carrier payload; see rtdlib_alternative_carrier_record_extract(). */
+/**
+ * Reads an Alternative Carrier payload; see rtdlib_alternative_carrier_record_extract().
+ * @param payload  the payload
+ * @param carrier  out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_alternative_carrier_read(nfc_ndef_bytes payload, nfc_ndef_alternative_carrier *carrier,
                                                        nfc_ndef_payload_report *report);
 
@@ -426,7 +468,13 @@ typedef struct nfc_ndef_collision_resolution {
     uint16_t random_number; /**< The random number. */
 } nfc_ndef_collision_resolution;
 
-/** Reads a Collision Resolution payload; see rtdlib_collision_resolution_record_extract(). */
+/**
+ * Reads a Collision Resolution payload; see rtdlib_collision_resolution_record_extract().
+ * @param payload    the payload
+ * @param collision  out: what was read
+ * @param report     out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_collision_resolution_read(nfc_ndef_bytes payload,
                                                         nfc_ndef_collision_resolution *collision,
                                                         nfc_ndef_payload_report *report);
@@ -437,7 +485,13 @@ typedef struct nfc_ndef_handover_error {
     uint8_t data;   /**< Error data. */
 } nfc_ndef_handover_error;
 
-/** Reads a Handover Select Error payload; see rtdlib_handover_select_error_record_extract(). */
+/**
+ * Reads a Handover Select Error payload; see rtdlib_handover_select_error_record_extract().
+ * @param payload  the payload
+ * @param error    out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_handover_error_read(nfc_ndef_bytes payload, nfc_ndef_handover_error *error,
                                                   nfc_ndef_payload_report *report);
 
@@ -471,7 +525,13 @@ typedef struct nfc_ndef_eir {
     uint8_t type;        /**< What it holds. */
 } nfc_ndef_eir;
 
-/** Reads a Bluetooth 2.1 out-of-band payload; see rtdlib_bt_2_1_configuration_data_record_extract(). */
+/**
+ * Reads a Bluetooth 2.1 out-of-band payload; see rtdlib_bt_2_1_configuration_data_record_extract().
+ * @param payload  the payload
+ * @param oob      out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_bt_oob_read(nfc_ndef_bytes payload, nfc_ndef_bt_oob *oob,
                                           nfc_ndef_payload_report *report);
 
@@ -492,7 +552,13 @@ typedef struct nfc_ndef_bt_legacy {
     uint8_t pairing_type;        /**< As in #nfc_ndef_bt_rtd_2_0_str. */
 } nfc_ndef_bt_legacy;
 
-/** Reads a legacy Bluetooth payload; see rtdlib_bt_configuration_data_record_extract(). */
+/**
+ * Reads a legacy Bluetooth payload; see rtdlib_bt_configuration_data_record_extract().
+ * @param payload  the payload
+ * @param legacy   out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_bt_legacy_read(nfc_ndef_bytes payload, nfc_ndef_bt_legacy *legacy,
                                              nfc_ndef_payload_report *report);
 
@@ -503,7 +569,13 @@ typedef struct nfc_ndef_sharing_enquiry {
     uint8_t type;        /**< Enquiry type. */
 } nfc_ndef_sharing_enquiry;
 
-/** Reads a Sharing Enquiry payload; see rtdlib_sharing_enquiry_record_extract(). */
+/**
+ * Reads a Sharing Enquiry payload; see rtdlib_sharing_enquiry_record_extract().
+ * @param payload  the payload
+ * @param enquiry  out: what was read
+ * @param report   out: what is wrong; may be null
+ * @return 1, or 0 when the payload is refused
+ */
 NFC_NDEF_API uint8_t nfc_ndef_sharing_enquiry_read(nfc_ndef_bytes payload, nfc_ndef_sharing_enquiry *enquiry,
                                                    nfc_ndef_payload_report *report);
 /** @} */

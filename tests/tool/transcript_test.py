@@ -3,7 +3,7 @@
 
 A command follows "$ ", and what it prints follows the command: standard output, then standard error behind "! ", then
 an exit status other than 0, as "[1]". A line that ends in "[...]" stands for any line that begins like it. A blank line
-ends each, and "#" begins a remark. The commands run one after another in a copy of the samples. With UPDATE set in the
+ends each, and "#" begins a remark. The commands run one after another in a copy of the samples, beside every-kind.json. With UPDATE set in the
 environment the transcript is written anew, to be read before it is committed.
 """
 import difflib
@@ -42,6 +42,7 @@ def played(block, directory):
 expected = transcript.read_text()
 with tempfile.TemporaryDirectory() as directory:
     shutil.copytree(samples, directory, dirs_exist_ok=True)
+    shutil.copy(transcript.parents[2] / "data" / "every-kind.json", directory)
     seen = "\n\n".join(played(block, directory) for block in expected.rstrip("\n").split("\n\n")) + "\n"
 if os.environ.get("UPDATE"):
     transcript.write_text(seen)

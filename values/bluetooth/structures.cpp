@@ -53,6 +53,42 @@ constexpr Name major_services[] = {{13, "Limited Discoverable Mode"},
 constexpr Name le_roles[] = {
     {0, "only peripheral"}, {1, "only central"}, {2, "peripheral preferred"}, {3, "central preferred"}};
 
+constexpr Name flag_bits[] = {{0x01, "limited discoverable"},
+                              {0x02, "general discoverable"},
+                              {0x04, "LE only"},
+                              {0x08, "LE and BR/EDR at once (controller)"},
+                              {0x10, "LE and BR/EDR at once (host)"}};
+constexpr Name oob_flag_bits[] = {
+    {0x01, "out-of-band data"}, {0x02, "LE"}, {0x04, "LE and BR/EDR at once"}, {0x08, "random address"}};
+
+constexpr Name appearance_categories[] = {
+    {0, "unknown"},
+    {1, "phone"},
+    {2, "computer"},
+    {3, "watch"},
+    {4, "clock"},
+    {5, "display"},
+    {6, "remote control"},
+    {7, "eye-glasses"},
+    {8, "tag"},
+    {9, "keyring"},
+    {10, "media player"},
+    {11, "barcode scanner"},
+    {12, "thermometer"},
+    {13, "heart rate sensor"},
+    {14, "blood pressure meter"},
+    {15, "human interface device"},
+    {16, "glucose meter"},
+    {17, "running sensor"},
+    {18, "cycling sensor"},
+    {49, "pulse oximeter"},
+    {50, "weight scale"},
+    {81, "outdoor sports"},
+};
+constexpr uint32_t human_interface = 15;
+constexpr Name input_devices[] = {{1, "keyboard"}, {2, "mouse"},       {3, "joystick"},    {4, "gamepad"},
+                                  {5, "tablet"},   {6, "card reader"}, {7, "digital pen"}, {8, "barcode scanner"}};
+
 uint32_t little_endian(ByteView bytes)
 {
     uint32_t value = 0;
@@ -80,8 +116,31 @@ std::string device_class(ByteView data) { return class_of_device_text(little_end
 std::string le_role(ByteView data) { return std::string(Names(le_roles).title_of(data[0])); }
 std::string le_address(ByteView data)
 {
-    return fmt::format("{} ({})", address(Spelling::Order::reversed).text_of(data.first(6)),
-                       (data[6] & 1) != 0 ? "random" : "public");
+    const std::string text = address(Spelling::Order::reversed).text_of(data.first(6));
+    return data.size() == 6 ? text : fmt::format("{} ({})", text, (data[6] & 1) != 0 ? "random" : "public");
+}
+std::string bits_text(uint8_t bits, Names names)
+{
+    std::string text = fmt::format("0x{:02X}", bits);
+    for (const Name &name : names)
+        if ((bits & name.value) != 0)
+            text.append(", ").append(name.name);
+    return text;
+}
+std::string flags_text(ByteView data) { return bits_text(data[0], flag_bits); }
+std::string oob_flags_text(ByteView data) { return bits_text(data[0], oob_flag_bits); }
+std::string appearance(ByteView data)
+{
+    const uint32_t value = little_endian(data.first(2)), category = value >> 6, kind = value & 0x3F;
+    std::string text = fmt::format("{}, {}", value, Names(appearance_categories).title_of(category));
+    if (category == human_interface && kind != 0)
+        text.append(", ").append(Names(input_devices).title_of(kind));
+    return text;
+}
+template <size_t Width> std::string service_data(ByteView data)
+{
+    return fmt::format("{}, data {}", uuids<Width>(data.first(Width)),
+                       data.size() == Width ? "none" : hex_of(data.subspan(Width)));
 }
 std::string manufacturer(ByteView data)
 {
@@ -96,7 +155,7 @@ struct Shown {
     size_t least; // fewest bytes of data that `show` can take
 };
 constexpr Shown known[] = {
-    {0x01, "flags", hex, 0},
+    {0x01, "flags", flags_text, 1},
     {0x02, "16-bit service UUIDs (incomplete)", uuids<2>, 0},
     {0x03, "16-bit service UUIDs", uuids<2>, 0},
     {0x04, "32-bit service UUIDs (incomplete)", uuids<4>, 0},
@@ -110,15 +169,26 @@ constexpr Shown known[] = {
     {0x0E, "hash C", hex, 0},
     {0x0F, "randomizer R", hex, 0},
     {0x10, "security manager TK value", hex, 0},
-    {0x11, "security manager flags", hex, 0},
-    {0x16, "service data", hex, 0},
-    {0x19, "appearance", hex, 0},
-    {0x1B, "LE device address", le_address, 7},
+    {0x11, "security manager flags", oob_flags_text, 1},
+    {0x12, "connection interval range", hex, 0},
+    {0x14, "16-bit service solicitation", uuids<2>, 0},
+    {0x15, "128-bit service solicitation", uuids<16>, 0},
+    {0x16, "service data", service_data<2>, 2},
+    {0x17, "public target address", hex, 0},
+    {0x18, "random target address", hex, 0},
+    {0x19, "appearance", appearance, 2},
+    {0x1A, "advertising interval", hex, 0},
+    {0x1B, "LE device address", le_address, 6},
     {0x1C, "LE role", le_role, 1},
     {0x1D, "hash C-256", hex, 0},
     {0x1E, "randomizer R-256", hex, 0},
+    {0x1F, "32-bit service solicitation", uuids<4>, 0},
+    {0x20, "service data", service_data<4>, 4},
+    {0x21, "service data", service_data<16>, 16},
     {0x22, "LE secure connections confirmation", hex, 0},
     {0x23, "LE secure connections random", hex, 0},
+    {0x24, "URI", hex, 0},
+    {0x27, "LE supported features", hex, 0},
     {0xFF, "manufacturer data", manufacturer, 2},
 };
 

@@ -412,10 +412,9 @@ private:
     template <class Number> Number number_or_name(const Json &json, std::string_view name, Names names) const
     {
         constexpr unsigned max = std::numeric_limits<Number>::max();
-        const std::optional<uint32_t> chosen = json.is_number_unsigned() && json.get<uint64_t>() <= max
-                                                   ? std::optional(json.get<uint32_t>())
-                                               : json.is_string() ? names.value_of(string_of(json, name))
-                                                                  : std::nullopt;
+        if (json.is_number_unsigned() && json.get<uint64_t>() <= max)
+            return json.get<Number>();
+        const std::optional<uint32_t> chosen = json.is_string() ? names.value_of(string_of(json, name)) : std::nullopt;
         check(chosen.has_value(), name, fmt::format("must be one of: {}; or a number up to {}", all_of(names), max));
         return static_cast<Number>(*chosen);
     }

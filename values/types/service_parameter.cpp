@@ -43,7 +43,7 @@ void Kind<ServiceParameter>::show(const ServiceParameter &parameter, View &view)
                            parameter.communication_mode));
     const unsigned n = parameter.minimum_waiting_time;
     view.field("waiting time", n > 63 ? fmt::format("reserved ({})", n)
-                                      : fmt::format("at least {:.4g} ms ({})", std::exp2(n / 4.0 - 1), n));
+                                      : fmt::format("at least {:.5g} ms ({})", std::exp2(n / 4.0 - 1), n));
     view.field("waiting time extensions", fmt::format("at most {}", parameter.maximum_waiting_time_extensions));
     view.field("largest message", count_of(parameter.maximum_message_size, "byte"));
 }

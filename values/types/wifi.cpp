@@ -14,6 +14,7 @@ namespace {
 constexpr uint16_t vendor_extension_id = 0x1049;
 constexpr std::array<uint8_t, 3> wifi_alliance{0x00, 0x37, 0x2A};
 constexpr size_t device_type_length = 8;
+constexpr std::array<uint8_t, 6> any_device{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
 
 template <class Number> std::optional<Number> number_if(uint8_t has, Number number)
 {
@@ -188,7 +189,9 @@ void show_network(const WifiAttributes &network, View &view)
     if (network.network_key && !network.network_key->empty())
         view.text("key", view_of(*network.network_key));
     if (network.mac_address)
-        view.field("MAC address", address(Spelling::Order::as_stored).text_of(*network.mac_address));
+        view.field("MAC address", *network.mac_address == any_device
+                                      ? "any"
+                                      : address(Spelling::Order::as_stored).text_of(*network.mac_address));
     if (network.rf_bands)
         view.field("bands", titles_of(*network.rf_bands, wifi_bands));
     if (network.ap_channel)

@@ -64,7 +64,9 @@ public:
     {
         const size_t end = tree_.shown(bytes.size(), 64);
         const std::string rest = Tree::note_on_rest(bytes.size(), end);
-        tree_.field(name, fmt::format("{}{}{}", hex_of(bytes.first(end)), rest.empty() ? "" : " ", rest));
+        tree_.field(name, bytes.empty()
+                              ? "none"
+                              : fmt::format("{}{}{}", hex_of(bytes.first(end)), rest.empty() ? "" : " ", rest));
     }
     void warning(std::string_view printable) override { tree_.warning(printable); }
 
