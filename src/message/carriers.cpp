@@ -20,25 +20,20 @@ uint8_t read_carriers(nfc_ndef_bytes payload, nfc_ndef_handover *handover, nfc_n
     if (message.empty())
         return verdict.valid();
 
-    const uint8_t *chunk = nullptr, *behind_end = nullptr;
-    uint8_t carriers = 0;
-    bool ended = false;
-    const nfc_ndef_msg_report found = check(message, [&](const RecordView &record, bool) {
-        if (record.has(cf_bit) && !chunk)
-            chunk = record.header();
-        if (ended && !behind_end) // of messages that Generic Control records make one after another
-            behind_end = record.header();
-        ended |= record.has(me_bit);
-        carriers += CandidateType(record.format(), record.type()).matches(known::alternative_carrier);
-    });
+    const nfc_ndef_msg_report found = check(message);
     if (found.reason != NFC_NDEF_MSG_VALID)
         return verdict.refused(found, 1);
-    if (chunk)
-        return verdict.refused(NFC_NDEF_PAYLOAD_IN_CHUNKS, chunk);
-    if (behind_end)
-        return verdict.refused(NFC_NDEF_PAYLOAD_BYTES_LEFT_OVER, behind_end);
     handover->message = opened(message, found);
-    handover->carrier_count = carriers;
+    nfc_ndef_msg_view left = handover->message;
+    for (nfc_ndef_record_view record; nfc_ndef_msg_view_next(&left, &record);) {
+        if (record.chunks.length != 0)
+            return verdict.refused(NFC_NDEF_PAYLOAD_IN_CHUNKS, record.chunks.data);
+        // A sequence of Generic Control records is one message after another.
+        if ((record.flags & me_bit) != 0 && left.rest.length != 0)
+            return verdict.refused(NFC_NDEF_PAYLOAD_BYTES_LEFT_OVER, left.rest.data);
+        handover->carrier_count +=
+            CandidateType(record.format, bytes_of(record.type)).matches(known::alternative_carrier);
+    }
     return verdict.valid();
 }
 
