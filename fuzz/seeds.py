@@ -10,13 +10,16 @@ vectors = json.loads(pathlib.Path(sys.argv[2]).read_text())
 messages = [bytes.fromhex(vector["hex"]) for vector in vectors]
 documents = []
 tags = []
+forms = []  # texts and files of tools
 for sample in map(pathlib.Path, sys.argv[3:]):
-    if sample.suffix == ".json":
+    if sample.name.startswith("every"):
         documents.append(sample.read_bytes())
     elif sample.suffix == ".ndef":
         messages.append(sample.read_bytes())
     elif sample.suffix == ".bin":
         tags.append(sample.read_bytes())
+    else:
+        forms.append(sample.read_bytes())
 
 
 def short_payloads(message):
@@ -51,7 +54,7 @@ write(
     [b"\x00" + message.hex().encode() for message in messages]
     + [b"\x01" + base64.b64encode(message) for message in messages]
     + [b"\x02\x03" + bytes([len(message)]) + message + b"\xfe" for message in messages if len(message) < 255]
-    + [b"\x02" + tag for tag in tags]
+    + [way + tag for tag in tags + forms for way in (b"\x02", b"\x04")]
     + [b"\x03" + message for message in messages],
 )
 (out / "done").touch()

@@ -12,6 +12,7 @@ inline constexpr Option raw_input{
 inline constexpr Option hex_input{.names = "--hex", .help = "Take the input as hex text", .group = "encoding"};
 inline constexpr Option base64_input{.names = "--base64", .help = "Take the input as base64 text", .group = "encoding"};
 inline constexpr Option tlv_input{.names = "--tlv", .help = "Find the message in the memory of a Type 2 tag"};
+const Option &input_form(); // --as
 inline constexpr Option no_limit{.names = "--no-limit", .help = "Read more than 16 MiB of input"};
 
 inline constexpr Option output_file{.names = "-o,--output",
@@ -24,6 +25,15 @@ inline constexpr Option output_format{
     .help = "raw, hex, base64 or c (an array in C); raw without it, but hex on a terminal",
     .values = Option::Values::listed,
     .list = "raw hex base64 c"};
+
+inline constexpr Option output_image{
+    .names = "--image",
+    .placeholder = "MEMORY",
+    .help =
+        "Write the memory of a tag with the message in it: type2, type4 or type5, with the bytes of its data area as "
+        "in type2:144, or just enough of them",
+    .values = Option::Values::suggested,
+    .list = "type2 type4 type5"};
 
 // A command's own options, then those of how the input is written.
 std::vector<const Option *> with_input_options(std::vector<const Option *> options);

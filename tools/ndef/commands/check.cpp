@@ -41,7 +41,10 @@ ExitStatus check(const std::string &path, const Arguments &given)
     };
     std::vector<uint8_t> bytes;
     try {
-        bytes = read_ndef(path, input_options(given));
+        Input input = read_input(path, input_options(given));
+        bytes = std::move(input.message);
+        if (!input.taken_for.empty())
+            say(input.taken_for);
     } catch (const Failure &failure) {
         if (!given.has(quiet))
             complain(failure.what());

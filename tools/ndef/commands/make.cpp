@@ -40,6 +40,8 @@ void make_message(const std::vector<make::Thing> &things, const std::vector<Invo
             output.path = said.path;
         if (said.format)
             output.format = said.format;
+        if (said.image)
+            output.image = said.image;
     }
     write_message(make::message_of(message), output);
 }
@@ -49,7 +51,7 @@ Command command_of(const make::Thing &thing)
     std::vector<const Option *> options = thing.options;
     if (thing.record)
         options.push_back(&id);
-    options.insert(options.end(), {&output_file, &output_format});
+    options.insert(options.end(), {&output_file, &output_format, &output_image});
     return {.name = thing.name, .summary = thing.summary, .options = std::move(options), .footer = thing.examples};
 }
 

@@ -1,8 +1,7 @@
 #include "io/input.h"
 
 #include "io/failure.h"
-#include "io/tag_memory.h"
-#include "text/encoded_text.h"
+#include "io/output.h"
 
 #include <nfc_ndef/printable.h>
 
@@ -29,26 +28,6 @@ struct CloseFile {
             std::fclose(file);
     }
 };
-
-std::vector<uint8_t> decode(std::vector<uint8_t> bytes, const InputOptions &options, const std::string &name)
-{
-    const std::optional<Encoding> encoding = options.encoding;
-    if (encoding == Encoding::raw)
-        return bytes;
-    const std::string_view text(reinterpret_cast<const char *>(bytes.data()), bytes.size());
-    if (options.tag_memory && !encoding) // begins with a serial number, from which base64 and hex cannot be told apart
-        if (auto memory = decode_hex(text))
-            return std::move(*memory);
-    auto decoded = encoding == Encoding::hex      ? decode_hex(text)
-                   : encoding == Encoding::base64 ? decode_base64(text)
-                                                  : decode_any(std::move(bytes));
-    if (decoded)
-        return std::move(*decoded);
-    throw Failure(exit_refused, fmt::format("{}: text that is not {}", name,
-                                            encoding == Encoding::hex      ? "hex"
-                                            : encoding == Encoding::base64 ? "base64"
-                                                                           : "hex or base64"));
-}
 
 } // namespace
 
@@ -78,19 +57,27 @@ std::vector<uint8_t> read_file(const std::string &path, bool unlimited)
     return bytes;
 }
 
+Input find_ndef(std::vector<uint8_t> file, const std::string &path, const InputOptions &options)
+{
+    forms::Recognised found = forms::recognise(std::move(file), options.form);
+    if (found.refused.empty() && found.message.empty())
+        found.refused = "empty, no NDEF message";
+    if (!found.refused.empty())
+        throw Failure(exit_refused, fmt::format("{}: {}", name_of_input(path), found.refused));
+    return {std::move(found.message), std::move(found.taken_for)};
+}
+
+Input read_input(const std::string &path, const InputOptions &options)
+{
+    return find_ndef(read_file(path, options.unlimited), path, options);
+}
+
 std::vector<uint8_t> read_ndef(const std::string &path, const InputOptions &options)
 {
-    const std::string name = name_of_input(path);
-    std::vector<uint8_t> bytes = decode(read_file(path, options.unlimited), options, name);
-    try {
-        if (options.tag_memory)
-            bytes = message_in_tag_memory(bytes);
-    } catch (const Failure &failure) {
-        throw Failure(failure.status, fmt::format("{}: {}", name, failure.what()));
-    }
-    if (bytes.empty())
-        throw Failure(exit_refused, fmt::format("{}: empty, no NDEF message", name));
-    return bytes;
+    Input input = read_input(path, options);
+    if (!input.taken_for.empty())
+        complain(fmt::format("{}: {}", name_of_input(path), input.taken_for));
+    return std::move(input.message);
 }
 
 } // namespace tool

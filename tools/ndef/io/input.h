@@ -1,19 +1,17 @@
 // Gets the bytes of an NDEF message from a file or standard input, however they are written there.
 #pragma once
 
+#include "forms/recognise.h"
+
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
 namespace tool {
 
-enum class Encoding { raw, hex, base64 };
-
 struct InputOptions {
-    std::optional<Encoding> encoding; // told apart by itself when not given
-    bool tag_memory = false;          // the bytes are the memory of a Type 2 tag
-    bool unlimited = false;           // read more than 16 MiB
+    forms::Asked form{};    // found out where it is not said
+    bool unlimited = false; // read more than 16 MiB
 };
 
 // What messages call an input: the path made printable, or "standard input".
@@ -23,8 +21,19 @@ std::string name_of_input(const std::string &path);
 // when it is over the limit.
 std::vector<uint8_t> read_file(const std::string &path, bool unlimited);
 
-// Reads a file and undoes hex or base64 text, and the tag's memory layout. Throws Failure, exit_refused, also when
-// nothing is left. The bytes fit the library's 32-bit lengths.
+struct Input {
+    std::vector<uint8_t> message; // not empty, but not always valid
+    std::string taken_for;        // what the form was taken for, when people ought to be told
+};
+
+// Finds the message in a file that was read. Throws Failure, exit_refused, when there is none. The bytes fit the
+// library's 32-bit lengths.
+Input find_ndef(std::vector<uint8_t> file, const std::string &path, const InputOptions &options);
+
+// Reads a file and finds the message in it.
+Input read_input(const std::string &path, const InputOptions &options);
+
+// The same, and says on standard error what the file was taken for.
 std::vector<uint8_t> read_ndef(const std::string &path, const InputOptions &options);
 
 } // namespace tool

@@ -69,8 +69,10 @@ void write_text(std::string_view text, const OutputOptions &options)
                       fmt::format("cannot write {}: {}", values::printable_utf8(options.path), std::strerror(error)));
 }
 
-void write_message(std::span<const uint8_t> bytes, const OutputOptions &options)
+void write_message(std::span<const uint8_t> message, const OutputOptions &options)
 {
+    const std::vector<uint8_t> memory = options.image ? image_of(message, *options.image) : std::vector<uint8_t>();
+    const std::span<const uint8_t> bytes = options.image ? memory : message;
     const bool on_terminal = options.path == standard_output && isatty(STDOUT_FILENO) == 1;
     switch (options.format.value_or(on_terminal ? OutputFormat::hex : OutputFormat::raw)) {
     case OutputFormat::raw:

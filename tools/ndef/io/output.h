@@ -1,6 +1,8 @@
 // What a command prints, and where and how it writes what it made.
 #pragma once
 
+#include "io/memory_image.h"
+
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -13,7 +15,8 @@ enum class OutputFormat { raw, hex, base64, c };
 
 struct OutputOptions {
     std::string path = "-";
-    std::optional<OutputFormat> format; // raw when not given, but hex on a terminal
+    std::optional<OutputFormat> format{}; // raw when not given, but hex on a terminal
+    std::optional<MemoryImage> image{};   // the memory of a tag in place of the message alone
 };
 
 // Writes to standard output. Ends the command when that fails, quietly when the reader went away.
@@ -25,7 +28,8 @@ void complain(std::string_view text);
 // Writes a text as it is. Throws Failure, exit_unusable.
 void write_text(std::string_view text, const OutputOptions &options);
 
-// Writes a message in its format. Throws Failure, exit_unusable, also for raw bytes on a terminal.
+// Writes a message, or the memory of a tag with it, in its format. Throws Failure, exit_unusable, also for raw bytes on
+// a terminal.
 void write_message(std::span<const uint8_t> bytes, const OutputOptions &options);
 
 } // namespace tool

@@ -1,6 +1,5 @@
 #include "text/encoded_text.h"
 
-#include <algorithm>
 #include <cctype>
 #include <string>
 
@@ -25,21 +24,26 @@ std::optional<uint8_t> base64_digit(char c)
 
 } // namespace
 
-std::optional<std::vector<uint8_t>> decode_hex(std::string_view text)
+std::optional<std::vector<uint8_t>> decode_hex(std::string_view text, size_t *wrong)
 {
     std::vector<uint8_t> bytes;
     for (size_t i = 0; i < text.size();) {
-        if (is_space(text[i]) || text[i] == ':' || text[i] == '-' || text[i] == ',') {
+        if (is_space(text[i]) || std::string_view(":-,_").find(text[i]) != std::string_view::npos) {
             ++i;
         } else if (text[i] == '0' && i + 1 < text.size() && (text[i + 1] == 'x' || text[i + 1] == 'X')) {
             i += 2;
         } else {
             const auto high = hex_digit(text[i]);
             const auto low = i + 1 < text.size() ? hex_digit(text[i + 1]) : std::nullopt;
-            if (!high || !low)
+            if (!high || !low) {
+                if (wrong)
+                    *wrong = high ? i + 1 : i;
                 return std::nullopt;
+            }
             bytes.push_back(static_cast<uint8_t>(*high << 4 | *low));
             i += 2;
+            if (i < text.size() && (text[i] == 'h' || text[i] == 'H'))
+                ++i;
         }
     }
     return bytes;
@@ -69,18 +73,10 @@ std::optional<std::vector<uint8_t>> decode_base64(std::string_view text)
     return bytes;
 }
 
-std::optional<std::vector<uint8_t>> decode_any(std::vector<uint8_t> bytes)
+bool means_hex(const std::vector<uint8_t> &as_hex, const std::vector<uint8_t> &as_base64)
 {
-    const std::string_view text(reinterpret_cast<const char *>(bytes.data()), bytes.size());
-    const auto is_text = [](char c) { return is_space(c) || (c > 0x20 && c < 0x7F); };
-    if (!std::all_of(text.begin(), text.end(), is_text))
-        return bytes;
-    auto hex = decode_hex(text);
-    auto base64 = decode_base64(text);
-    const auto begins_message = [](const auto &decoded) {
-        return decoded && !decoded->empty() && (decoded->front() & 0x80) != 0;
-    };
-    return hex && (begins_message(hex) || !begins_message(base64)) ? hex : base64;
+    const auto begins_message = [](const auto &decoded) { return !decoded.empty() && (decoded.front() & 0x80) != 0; };
+    return begins_message(as_hex) || !begins_message(as_base64);
 }
 
 } // namespace tool

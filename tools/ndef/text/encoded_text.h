@@ -1,6 +1,7 @@
 // Bytes written as text.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -9,14 +10,15 @@
 
 namespace tool {
 
-// Pairs of hex digits, with or without spaces, line breaks, commas, colons, dashes and "0x" between them; nothing else.
-std::optional<std::vector<uint8_t>> decode_hex(std::string_view text);
+// Pairs of hex digits, with or without spaces, line breaks, commas, colons, dashes, low lines and "0x" between them and
+// an "h" behind each; nothing else. `wrong` gets the place of the first character that is none of these.
+std::optional<std::vector<uint8_t>> decode_hex(std::string_view text, size_t *wrong = nullptr);
 
 // Base64 of either alphabet, with or without padding and line breaks; nothing else.
 std::optional<std::vector<uint8_t>> decode_base64(std::string_view text);
 
-// The bytes as they are, unless they are text: then what it means as hex or base64, whichever begins like a message;
-// none when it is neither. A message never begins with an ASCII character, so no message is mistaken for text.
-std::optional<std::vector<uint8_t>> decode_any(std::vector<uint8_t> bytes);
+// What is meant by a text that is hex or base64: the one that begins like a message, hex when that does not tell. A
+// message never begins with an ASCII character, so no message is mistaken for text.
+bool means_hex(const std::vector<uint8_t> &as_hex, const std::vector<uint8_t> &as_base64);
 
 } // namespace tool

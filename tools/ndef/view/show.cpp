@@ -56,8 +56,10 @@ void view_record(Tree &tree, const Record &record, const Records &message, ByteV
 
 void run_show(const ShowOptions &options)
 {
-    const std::vector<uint8_t> bytes = read_ndef(options.path, options.input);
+    const auto [bytes, taken_for] = read_input(options.path, options.input);
     nfc_ndef_msg_view message = open_message(bytes, options.path);
+    if (!taken_for.empty())
+        write_output(taken_for + '\n');
     std::vector<ByteView> on_the_wire;
     Records records;
     const Nesting nesting;
