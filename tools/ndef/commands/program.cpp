@@ -9,7 +9,7 @@ Command program()
             .footer =
                 "Examples:\n"
                 "  ndef show tag.ndef             what is on a tag\n"
-                "  ndef show --tlv dump.bin       the same, from the memory of a Type 2 tag\n"
+                "  ndef show dump.bin             the same, from the memory of a tag\n"
                 "  echo D101025503 61 | ndef show\n"
                 "  ndef check *.ndef              why messages are refused\n"
                 "\n'ndef COMMAND --help' tells more. Exit status: 0 fine, 1 refused, 2 unusable files or options.",

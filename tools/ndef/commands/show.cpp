@@ -35,7 +35,7 @@ Command show_command()
                       "  ndef show tag.ndef\n"
                       "  echo D1 01 04 55 03 61 2E 62 | ndef show\n"
                       "  ndef show --bytes --color=always tag.ndef | less -R\n"
-                      "  ndef show --tlv memory-of-a-type-2-tag.bin",
+                      "  ndef show memory-of-a-tag.bin",
             .run = run};
 }
 

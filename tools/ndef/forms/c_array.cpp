@@ -53,6 +53,8 @@ std::optional<uint64_t> number_of(std::string_view word)
 
 std::optional<uint8_t> byte_of(std::string_view word)
 {
+    if (const size_t cast = word.find(')'); word.starts_with('(') && cast != std::string_view::npos)
+        word = trimmed(word.substr(cast + 1));
     if (word.size() == 3 && word.starts_with('\'') && word.ends_with('\'') && word[1] != '\\' && word[1] != '\'')
         return static_cast<uint8_t>(word[1]);
     const auto number = number_of(word);
@@ -69,7 +71,8 @@ Written read_c_array(std::string_view text)
     if (begin == std::string_view::npos)
         return {};
     const std::string_view declaration = view.substr(0, begin);
-    const bool is_declared = declaration.find('[') != std::string_view::npos && trimmed(declaration).ends_with('=');
+    const char last = trimmed(declaration).empty() ? ' ' : trimmed(declaration).back();
+    const bool is_declared = declaration.find('[') != std::string_view::npos && (last == '=' || last == ']');
     if (!is_declared && !trimmed(declaration).empty())
         return {};
     const size_t end = std::min(view.find('}', begin), view.size());

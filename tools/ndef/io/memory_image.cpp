@@ -50,7 +50,7 @@ std::vector<uint8_t> container_of_type2(size_t size)
 // Memory that blocks of four bytes with a number in one byte do not reach has another magic number.
 std::vector<uint8_t> container_of_type5(size_t size)
 {
-    constexpr size_t reach = 256 * 4;
+    constexpr size_t reach = 1024;
     const size_t count = size / unit;
     const auto low = static_cast<uint8_t>(count), high = static_cast<uint8_t>(count >> 8);
     const uint8_t magic = size + 4 <= reach ? 0xE1 : 0xE2;
