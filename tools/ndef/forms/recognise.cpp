@@ -63,7 +63,7 @@ public:
         for (Candidate &candidate : candidates_)
             if (is_message(candidate.memory.bytes))
                 return taken(candidate);
-        std::erase_if(candidates_, [&](const Candidate &one) { return is_doubtful(one); });
+        leave_out_doubtful();
         look_for_layouts();
         if (fits_.size() == 1)
             return taken(fits_.front());
@@ -99,10 +99,12 @@ private:
     }
 
     // Digits that are more than digits to another notation.
-    bool is_doubtful(const Candidate &candidate) const
+    void leave_out_doubtful()
     {
+        const auto is_plain = [](const Candidate &one) { return one.notation && one.notation->is_plain; };
         const auto is_structured = [](const Candidate &one) { return one.notation && !one.notation->is_plain; };
-        return candidate.notation && candidate.notation->is_plain && std::ranges::any_of(candidates_, is_structured);
+        if (std::ranges::any_of(candidates_, is_structured))
+            std::erase_if(candidates_, is_plain);
     }
 
     void look_for_layouts()

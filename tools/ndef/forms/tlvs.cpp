@@ -6,6 +6,7 @@ namespace tool::forms {
 namespace {
 
 constexpr size_t container_length = 4;
+constexpr uint8_t message_begin = 0x80; // of a record's header
 
 // The capability container of a Type 1 or Type 2 tag, from which some read on.
 bool has_container(values::ByteView area)
@@ -30,7 +31,7 @@ bool leads_to_message(values::ByteView area)
 // The first block is a message that is longer than what there is of it.
 bool begins_message(values::ByteView area)
 {
-    constexpr uint8_t long_length = 0xFF, message_begin = 0x80, no_format = 7;
+    constexpr uint8_t long_length = 0xFF, no_format = 7;
     const size_t at = area.size() > 1 && area[1] == long_length ? 4 : 2;
     return area.size() > at && area[0] == ndef_message && (area[at] & message_begin) != 0 &&
            (area[at] & no_format) != no_format;
@@ -50,7 +51,11 @@ Found find_tlvs(const Memory &memory, bool asked)
         return found_in_type2(all, 0, true);
     const size_t begin = has_container(all) ? container_length : 0;
     const values::ByteView area = all.subspan(begin);
-    return leads_to_message(area) || begins_message(area) ? found_in_type2(all, begin, false) : Found{};
+    if (!leads_to_message(area) && !begins_message(area))
+        return {};
+    Found found = found_in_type2(all, begin, false);
+    const bool is_other = !found.message.empty() && (found.message[0] & message_begin) == 0;
+    return is_other ? Found{} : found;
 }
 
 } // namespace tool::forms
