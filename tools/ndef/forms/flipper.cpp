@@ -97,8 +97,10 @@ Written read_flipper(std::string_view text)
             return alike("'Data Content' is not the bytes of all blocks");
         return {.match = Match::whole, .memory = {.bytes = *std::move(bytes), .layout = "type5"}};
     }
-    if (entries.has("Page 0"))
-        return in_pieces(entries, "Page", page_size, 0, decimal(entries["Pages read"]).value_or(0), "type2");
+    if (entries.has("Page 0")) {
+        const std::string_view count = entries[entries.has("Pages read") ? "Pages read" : "Pages total"];
+        return in_pieces(entries, "Page", page_size, 0, decimal(count).value_or(0), "type2");
+    }
     const std::string_view classic = entries["Mifare Classic type"];
     if (entries.has("Block 0") && !classic.empty())
         return in_pieces(entries, "Block", block_size, 0, blocks_of_classic(classic), "classic");
