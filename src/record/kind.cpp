@@ -47,25 +47,38 @@ nfc_ndef_kind well_known_kind(uint32_t name)
     }
 }
 
+constexpr struct Named {
+    KnownType type;
+    nfc_ndef_kind kind;
+} named[] = {
+    {known::bluetooth_oob, NFC_NDEF_KIND_BT_OOB},
+    {known::bluetooth_le, NFC_NDEF_KIND_BT_LE},
+    {known::wifi, NFC_NDEF_KIND_WIFI},
+    {known::android_application, NFC_NDEF_KIND_ANDROID_APPLICATION},
+    {known::bluetooth_legacy, NFC_NDEF_KIND_BT_LEGACY},
+    {known::sharing_enquiry, NFC_NDEF_KIND_SHARING_ENQUIRY},
+};
+
+nfc_ndef_kind kind_of_named(uint32_t format, ByteView name)
+{
+    // Most spell a type as it is written down, so that no letter needs a closer look.
+#pragma GCC unroll 1
+    for (const auto &[type, kind] : named)
+        if (type.format == format && type.name.size() == name.size() &&
+            std::memcmp(type.name.data(), name.data(), name.size()) == 0)
+            return kind;
+#pragma GCC unroll 1
+    for (const auto &[type, kind] : named)
+        if (type.format == format && !name.empty() && names_match(format, type.bytes(), name))
+            return kind;
+    return NFC_NDEF_KIND_OTHER;
+}
+
 } // namespace
 
 uint32_t nfc_ndef_record_view_kind(const nfc_ndef_record_view *record)
 {
     const ByteView name = bytes_of(record->type);
-    if (record->format == NFC_NDEF_TNF_WELL_KNOWN)
-        return well_known_kind(short_name(name));
-    const CandidateType candidate(record->format, name);
-    if (candidate.matches(known::bluetooth_oob))
-        return NFC_NDEF_KIND_BT_OOB;
-    if (candidate.matches(known::bluetooth_le))
-        return NFC_NDEF_KIND_BT_LE;
-    if (candidate.matches(known::wifi))
-        return NFC_NDEF_KIND_WIFI;
-    if (candidate.matches(known::bluetooth_legacy))
-        return NFC_NDEF_KIND_BT_LEGACY;
-    if (candidate.matches(known::sharing_enquiry))
-        return NFC_NDEF_KIND_SHARING_ENQUIRY;
-    if (candidate.matches(known::android_application))
-        return NFC_NDEF_KIND_ANDROID_APPLICATION;
-    return NFC_NDEF_KIND_OTHER;
+    return record->format == NFC_NDEF_TNF_WELL_KNOWN ? well_known_kind(short_name(name))
+                                                     : kind_of_named(record->format, name);
 }

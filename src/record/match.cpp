@@ -1,7 +1,5 @@
 #include "record/match.h"
 
-#include <algorithm>
-
 namespace {
 
 using ndef::ByteView;
@@ -20,28 +18,33 @@ bool equal_bytes(ByteView a, ByteView b)
     return true;
 }
 
-bool equal_letter(uint8_t a, uint8_t b) { return a == b || lower(a) == lower(b); }
-
-bool equal_ignoring_case(ByteView a, ByteView b)
+// How many letters two names have in common at their front, in any case.
+[[gnu::noinline]] size_t common_length(ByteView a, ByteView b)
 {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), equal_letter);
+    size_t length = 0;
+    while (length < a.size() && length < b.size() && (a[length] == b[length] || lower(a[length]) == lower(b[length])))
+        ++length;
+    return length;
 }
+
+bool equal_ignoring_case(ByteView a, ByteView b) { return a.size() == b.size() && common_length(a, b) == a.size(); }
 
 // What ends the compared part of a media type: its parameters, or a wildcard.
 bool is_mark(uint8_t c) { return c == ';' || c == '*'; }
 
-size_t find_mark(ByteView name)
+[[gnu::noinline]] size_t find_mark(ByteView name)
 {
-    return static_cast<size_t>(std::find_if(name.begin(), name.end(), is_mark) - name.begin());
+    size_t mark = 0;
+    while (mark < name.size() && !is_mark(name[mark]))
+        ++mark;
+    return mark;
 }
 
 // Whether a key's part and a candidate agree until one of them ends.
 bool agree(ByteView part, ByteView candidate)
 {
-    for (size_t i = 0; i < part.size() && i < candidate.size() && !is_mark(candidate[i]); ++i)
-        if (!equal_letter(part[i], candidate[i]))
-            return false;
-    return true;
+    const size_t common = common_length(part, candidate);
+    return common == part.size() || common == candidate.size() || is_mark(candidate[common]);
 }
 
 // The two sides are read differently: only in the key does a wildcard take the character before it along.
@@ -49,6 +52,10 @@ bool media_type_equals(ByteView key, ByteView candidate)
 {
     if (is_mark(candidate[0]))
         return true;
+    // Most are told apart by their first letter, unless what ends the key takes it away.
+    const bool has_letter = !is_mark(key[0]) && (key.size() == 1 || key[1] != '*');
+    if (has_letter && lower(key[0]) != lower(candidate[0]))
+        return false;
     const size_t mark = find_mark(key);
     if (mark == key.size())
         return find_mark(candidate) == candidate.size() ? equal_ignoring_case(key, candidate) : agree(key, candidate);

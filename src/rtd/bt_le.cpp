@@ -129,7 +129,7 @@ Reason take_structure(const Eir &eir, nfc_ndef_bt_le &le)
     default:
         break;
     }
-    const List &list = lists_of(le)[(eir.type - uuid16_incomplete) / 2u];
+    const List list = lists_of(le)[(eir.type - uuid16_incomplete) / 2u];
     if (is_present(*list.uuids))
         return NFC_NDEF_PAYLOAD_FIELD_REPEATED;
     *list.type = eir.type;
