@@ -129,10 +129,10 @@ TEST(Wifi, IsMadeOfCredentials)
     EXPECT_EQ(hex(payload_of(Record(nfc_ndef_wifi_record_create(&wifi, {})).get())), "0039" + hex(copy(buffer, 45)) +
                                                                                          "10FA0000"
                                                                                          "1049000401020304");
-    wifi.own.ssid = {extra.data(), 33};
+    const Bytes data(65536, 'x');
+    wifi.own.ssid = {data.data(), 33};
     EXPECT_EQ(Record(nfc_ndef_wifi_record_create(&wifi, {})), nullptr);
 
-    const Bytes data(65536, 'x');
     const auto attribute = [&](uint16_t id, size_t length) {
         const nfc_ndef_element element{{data.data(), length}, id};
         return nfc_ndef_wifi_attribute_write(&element, nullptr, 0);
