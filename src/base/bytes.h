@@ -12,6 +12,15 @@ namespace ndef {
 
 using ByteView = std::span<const uint8_t>;
 
+// How many bytes there are before the first that is not allowed.
+template <class Allowed> size_t clean_length(ByteView bytes, Allowed allowed)
+{
+    size_t length = 0;
+    while (length < bytes.size() && allowed(bytes[length]))
+        ++length;
+    return length;
+}
+
 // Reads big-endian fields from the front of a view. After an overrun it stays failed and yields zeros and empty views,
 // so a decoder reads straight down and asks ok() once.
 class Reader {

@@ -3,13 +3,13 @@
 #include "record/build.h"
 #include "record/payload_report.h"
 
-#include <algorithm>
-
 using namespace ndef;
 
-static bool is_package_character(uint8_t c)
+static size_t package_length(ByteView bytes)
 {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '.';
+    return clean_length(bytes, [](uint8_t c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' || c == '.';
+    });
 }
 
 uint8_t nfc_ndef_android_application_read(nfc_ndef_bytes payload, nfc_ndef_android_application *application,
@@ -20,9 +20,9 @@ uint8_t nfc_ndef_android_application_read(nfc_ndef_bytes payload, nfc_ndef_andro
     *application = {};
     if (bytes.empty())
         return verdict.refused(NFC_NDEF_PAYLOAD_EMPTY);
-    const auto wrong = std::find_if_not(bytes.begin(), bytes.end(), is_package_character);
-    if (wrong != bytes.end())
-        return verdict.refused(NFC_NDEF_PAYLOAD_CHARACTER_NOT_ALLOWED, static_cast<size_t>(wrong - bytes.begin()));
+    const size_t clean = package_length(bytes);
+    if (clean != bytes.size())
+        return verdict.refused(NFC_NDEF_PAYLOAD_CHARACTER_NOT_ALLOWED, clean);
     application->package = lent(bytes);
     return verdict.valid();
 }

@@ -60,7 +60,7 @@ uint8_t nfc_ndef_device_information_read(nfc_ndef_bytes payload, nfc_ndef_device
 
 uint8_t nfc_ndef_device_information_next(nfc_ndef_device_information *information, nfc_ndef_element *element)
 {
-    return next_other<uint8_t>(information->elements, *element, has_field);
+    return next_other<uint8_t>(information->elements, *element, [](uint16_t id) { return has_field(id); });
 }
 
 uint32_t nfc_ndef_device_information_element_write(const nfc_ndef_element *element, uint8_t *buffer, uint32_t capacity)

@@ -31,8 +31,9 @@ uint8_t nfc_ndef_service_parameter_read(nfc_ndef_bytes payload, nfc_ndef_service
         return verdict.refused(NFC_NDEF_PAYLOAD_FIELD_PAST_END, std::min(bytes.size(), name_at));
     if (name.empty())
         return verdict.refused(NFC_NDEF_PAYLOAD_FIELD_EMPTY, name_at - 1);
-    if (const uint8_t *const wrong = first_not_in_name(name))
-        return verdict.refused(NFC_NDEF_PAYLOAD_CHARACTER_NOT_ALLOWED, wrong);
+    const size_t visible = visible_length(name);
+    if (visible != name.size())
+        return verdict.refused(NFC_NDEF_PAYLOAD_CHARACTER_NOT_ALLOWED, name_at + visible);
     parameter->service_name = lent(name);
     const size_t behind_name = name_at + name.size();
     if (in.left() < length_behind_name)

@@ -19,8 +19,9 @@ uint8_t nfc_ndef_service_select_read(nfc_ndef_bytes payload, nfc_ndef_service_se
         return verdict.refused(NFC_NDEF_PAYLOAD_FIELD_PAST_END, 1);
     if (in.left() != 0)
         return verdict.refused(NFC_NDEF_PAYLOAD_BYTES_LEFT_OVER, 1 + name.size());
-    if (const uint8_t *const wrong = first_not_in_name(name))
-        return verdict.refused(NFC_NDEF_PAYLOAD_CHARACTER_NOT_ALLOWED, wrong);
+    const size_t visible = visible_length(name);
+    if (visible != name.size())
+        return verdict.refused(NFC_NDEF_PAYLOAD_CHARACTER_NOT_ALLOWED, 1 + visible);
     select->service_name = lent(name);
     return verdict.valid();
 }

@@ -5,13 +5,9 @@
 
 using namespace ndef;
 
-// How many bytes there are before the first control character.
 static size_t clean_length(ByteView uri_field)
 {
-    size_t length = 0;
-    while (length < uri_field.size() && uri_field[length] >= 0x20)
-        ++length;
-    return length;
+    return ndef::clean_length(uri_field, [](uint8_t byte) { return byte >= 0x20; });
 }
 
 nfc_ndef_record *rtdlib_uri_record_create(uint8_t identifier_code, uint32_t uri_field_length, const uint8_t *uri_field)

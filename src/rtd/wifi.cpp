@@ -128,44 +128,53 @@ struct Broken {
     const uint8_t *at;
 };
 
-// Reads the attributes of a record, or without one of a credential.
-Broken read_list(ByteView list, Attributes &out, nfc_ndef_wifi *record);
+// What a record and a credential may both hold.
+Reason take_shared(const nfc_ndef_element &element, Attributes &out)
+{
+    if (element.id < lowest_id)
+        return NFC_NDEF_PAYLOAD_NUMBER_NOT_ALLOWED;
+    if (element.id == vendor_extension_id)
+        return broken_by_extension(bytes_of(element.data));
+    const Attribute *const attribute = find(element.id);
+    return attribute ? take(*attribute, element.data, out) : Reason{NFC_NDEF_PAYLOAD_VALID};
+}
+
+// Goes through a list of attributes until `take` says that a rule is broken.
+template <class Take> Broken read_list(ByteView list, Attributes &out, Take take)
+{
+    out = {};
+    out.attributes = lent(list);
+    ElementReader<uint16_t> in(list);
+    const auto at = [&] { return list.data() + (list.size() - in.left_before()); };
+    for (nfc_ndef_element element; in.next(element);) {
+        const Broken broken = take(element, at());
+        if (broken.reason != NFC_NDEF_PAYLOAD_VALID)
+            return broken;
+    }
+    return {in.ok() ? NFC_NDEF_PAYLOAD_VALID : NFC_NDEF_PAYLOAD_FIELD_PAST_END, at()};
+}
 
 Broken read_credential(ByteView list, Attributes &credential)
 {
-    credential = {};
-    const Broken broken = read_list(list, credential, nullptr);
+    const Broken broken = read_list(list, credential, [&](const nfc_ndef_element &element, const uint8_t *at) {
+        return Broken{take_shared(element, credential), at};
+    });
+    credential.is_credential = 1;
     if (broken.reason == NFC_NDEF_PAYLOAD_VALID && !is_complete(credential))
         return {NFC_NDEF_PAYLOAD_FIELD_MISSING, list.data() + list.size()};
     return broken;
 }
 
-Broken read_list(ByteView list, Attributes &out, nfc_ndef_wifi *record)
+Broken read_record(ByteView list, nfc_ndef_wifi &wifi)
 {
-    out.attributes = lent(list);
-    out.is_credential = record == nullptr;
-    ElementReader<uint16_t> in(list);
-    const auto at = [&] { return list.data() + (list.size() - in.left_before()); };
-    for (nfc_ndef_element element; in.next(element);) {
-        Reason reason = NFC_NDEF_PAYLOAD_VALID;
-        if (element.id < lowest_id) {
-            reason = NFC_NDEF_PAYLOAD_NUMBER_NOT_ALLOWED;
-        } else if (const Attribute *const attribute = find(element.id)) {
-            reason = take(*attribute, element.data, out);
-        } else if (element.id == vendor_extension_id) {
-            reason = broken_by_extension(bytes_of(element.data));
-        } else if (record && element.id == password_attribute) {
-            reason = take_password(element.data, *record);
-        } else if (record && element.id == credential_id) {
-            Attributes credential;
-            const Broken broken = read_credential({element.data.data, element.data.length}, credential);
-            if (broken.reason != NFC_NDEF_PAYLOAD_VALID)
-                return broken;
-        }
-        if (reason != NFC_NDEF_PAYLOAD_VALID)
-            return {reason, at()};
-    }
-    return {in.ok() ? NFC_NDEF_PAYLOAD_VALID : NFC_NDEF_PAYLOAD_FIELD_PAST_END, at()};
+    return read_list(list, wifi.own, [&](const nfc_ndef_element &element, const uint8_t *at) {
+        if (element.id == password_attribute)
+            return Broken{take_password(element.data, wifi), at};
+        if (element.id != credential_id)
+            return Broken{take_shared(element, wifi.own), at};
+        Attributes credential;
+        return read_credential({element.data.data, element.data.length}, credential);
+    });
 }
 
 template <class Out> void lay_out_fields(Out &out, const Attributes &attributes)
@@ -228,7 +237,7 @@ uint8_t nfc_ndef_wifi_read(nfc_ndef_bytes payload, nfc_ndef_wifi *wifi, nfc_ndef
     wifi->length_prefix = in.be<uint16_t>() == bytes.size() - prefix_length;
     const ByteView list = wifi->length_prefix ? in.rest() : bytes;
     wifi->credentials = lent(list);
-    const Broken broken = read_list(list, wifi->own, wifi);
+    const Broken broken = read_record(list, *wifi);
     return broken.reason == NFC_NDEF_PAYLOAD_VALID ? verdict.valid() : verdict.refused(broken.reason, broken.at);
 }
 

@@ -126,7 +126,7 @@ uint8_t nfc_ndef_wifi_extension_read(nfc_ndef_bytes value, nfc_ndef_wifi_extensi
 
 uint8_t nfc_ndef_wifi_extension_next(nfc_ndef_wifi_extension *extension, nfc_ndef_element *element)
 {
-    return next_other<uint8_t>(extension->elements, *element, has_field);
+    return next_other<uint8_t>(extension->elements, *element, [](uint16_t id) { return has_field(id); });
 }
 
 uint32_t nfc_ndef_wifi_extension_element_write(const nfc_ndef_element *element, uint8_t *buffer, uint32_t capacity)
