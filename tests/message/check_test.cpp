@@ -104,12 +104,20 @@ TEST(Check, GivesEachReasonWithRecordAndOffset)
 
 TEST(Check, EachReasonHasATextOfItsOwn)
 {
-    std::set<std::string> texts;
-    for (uint32_t reason = 0; reason <= NFC_NDEF_MSG_OUT_OF_MEMORY + 1; ++reason) {
-        const std::string text = nfc_ndef_msg_check_text(reason);
-        EXPECT_TRUE(texts.insert(text).second && !text.empty() && !text.ends_with('.')) << text;
+    const struct {
+        const char *(*text_of)(uint32_t reason);
+        uint32_t last;
+    } lists[] = {{nfc_ndef_msg_check_text, NFC_NDEF_MSG_OUT_OF_MEMORY},
+                 {nfc_ndef_payload_reason_text, NFC_NDEF_PAYLOAD_IN_CHUNKS},
+                 {nfc_ndef_tlv_reason_text, NFC_NDEF_TLV_TOO_MANY_AREAS}};
+    for (const auto &[text_of, last] : lists) {
+        std::set<std::string> texts;
+        for (uint32_t reason = 0; reason <= last + 1; ++reason) {
+            const std::string text = text_of(reason);
+            EXPECT_TRUE(texts.insert(text).second && !text.empty() && !text.ends_with('.')) << text;
+        }
+        EXPECT_STREQ(text_of(last + 1), "unknown reason");
     }
-    EXPECT_STREQ(nfc_ndef_msg_check_text(UINT32_MAX), "unknown reason");
     EXPECT_STREQ(nfc_ndef_msg_check_text(NFC_NDEF_MSG_TOO_MANY_RECORDS), "more than 254 records");
 }
 

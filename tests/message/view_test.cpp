@@ -64,6 +64,22 @@ TEST(View, OfAChunkedRecordHasPieces)
     EXPECT_EQ(written(write), "D9010401546961626364");
 }
 
+TEST(View, SurvivesBytesThatChangeUnderIt)
+{
+    Bytes changing = chunked;
+    nfc_ndef_msg_view opened;
+    ASSERT_TRUE(nfc_ndef_msg_view_open(lent(changing), &opened, nullptr));
+    nfc_ndef_msg_view again = opened;
+    nfc_ndef_record_view record;
+    ASSERT_TRUE(nfc_ndef_msg_view_next(&opened, &record));
+    changing[13] = 0xFF; // the length of the third chunk
+    EXPECT_FALSE(nfc_ndef_msg_view_next(&again, &record));
+    uint32_t position = 11;
+    nfc_ndef_bytes piece;
+    record.chunks = lent(changing);
+    EXPECT_FALSE(nfc_ndef_record_view_next_piece(&record, &position, &piece));
+}
+
 TEST(View, ReadsOneRecordByItself)
 {
     const struct {
@@ -210,11 +226,14 @@ TEST(Writer, WritesObjects)
     EXPECT_EQ(nfc_ndef_record_write(nullptr, nullptr, 0) + nfc_ndef_msg_write(nullptr, nullptr, 0) +
                   nfc_ndef_msg_write(Message(nfc_ndef_msg_create()).get(), nullptr, 0),
               0U);
+    const_cast<nfc_ndef_record *>(at(m, 1))->payload_length = 0x7FFFFFFF; // not read, as there is no room
+    EXPECT_EQ(nfc_ndef_msg_write(m.get(), nullptr, 0), 0U);
 }
 
 TEST(Tlv, IsFoundInADataArea)
 {
     const std::string header = "04010203 04050607 00000000 E1101200", one = "D1010154 61";
+    const std::string last = "0203 F70102", eight = last + last + last + last + last + last + last + last;
     const struct {
         std::string memory, found; // pieces
         uint32_t reason, offset;
@@ -228,6 +247,9 @@ TEST(Tlv, IsFoundInADataArea)
         {header + "0305" + one, "D101015461.", NFC_NDEF_TLV_FOUND, 16, "memory from its first byte"},
         {header + "FD90 AA*144 0305" + one, "", NFC_NDEF_TLV_CUT_SHORT, 160, "the size of the data area"},
         {header + "0203 F00200 0305 D1010154 61", "D101015461.", NFC_NDEF_TLV_FOUND, 21, "before the reserved bytes"},
+        {"0203 000202 0305" + one, "D101015461.", NFC_NDEF_TLV_FOUND, 5, "reserved before the area"},
+        {header + eight + "0305" + one, "D101015461.", NFC_NDEF_TLV_FOUND, 56, "as many areas as are kept"},
+        {header + eight + last + "0305" + one, "", NFC_NDEF_TLV_TOO_MANY_AREAS, 56, "one more"},
         {header + "0103 601002 0305 D1 EEEE 010154 61", "D1.01015461.", NFC_NDEF_TLV_FOUND, 21, "bits, not bytes"},
         {header + "0203 300203 0305 D1 EEEE 010154 61", "D1.01015461.", NFC_NDEF_TLV_FOUND, 21, "page size"},
         {header + "0203 510302 EEEEEE 0305" + one, "D101015461.", NFC_NDEF_TLV_FOUND, 24, "reserved between blocks"},

@@ -129,6 +129,10 @@ TEST(Wifi, IsMadeOfCredentials)
     EXPECT_EQ(hex(payload_of(Record(nfc_ndef_wifi_record_create(&wifi, {})).get())), "0039" + hex(copy(buffer, 45)) +
                                                                                          "10FA0000"
                                                                                          "1049000401020304");
+    nfc_ndef_wifi_attributes first{}, second{};
+    EXPECT_TRUE(nfc_ndef_wifi_next_credential(&wifi, &first));
+    EXPECT_FALSE(nfc_ndef_wifi_next_credential(&wifi, &second));
+    EXPECT_EQ(hex(copy(first.ssid.data, first.ssid.length)), "43616665");
     const Bytes data(65536, 'x');
     wifi.own.ssid = {data.data(), 33};
     EXPECT_EQ(Record(nfc_ndef_wifi_record_create(&wifi, {})), nullptr);
