@@ -1,5 +1,5 @@
-// Reading in place against the owning calls: the input as a message, each of its records as every type, the input as a
-// payload, and as the data area of a tag.
+// Reading in place against the owning calls, which keep within their bound of memory: the input as a message, each of
+// its records as every type, the input as a payload, and as the data area of a tag.
 #include "agreement.h"
 #include "fuzz.h"
 
@@ -42,12 +42,22 @@ void check_data_area(nfc_ndef_bytes memory)
 void fuzz::run(ByteView input)
 {
     const nfc_ndef_bytes bytes{pointer(input), input.size()};
-    const auto agree = [](const char *broken_by) { must(!broken_by, broken_by ? broken_by : ""); };
-    agree(agreement::broken_by(bytes));
+    const auto agree = [](const auto &what, size_t length) {
+        const Memory memory;
+        const char *const broken_by = agreement::broken_by(what);
+        must(!broken_by, broken_by ? broken_by : "");
+        must(memory.peak() <= most_memory(length), "memory stays in proportion to the bytes");
+    };
+    agree(bytes, bytes.length);
     const Message message{nfc_ndef_msg_create_by_msg_offset(bytes.data, 0, length32(input))};
-    for (uint8_t i = 0; i < nfc_ndef_msg_get_number_of_records(message.get()); ++i)
-        agree(agreement::broken_by(*nfc_ndef_msg_get_record_by_index(message.get(), i)));
-    if (!message)
-        agree(agreement::broken_by(*make_record(NFC_NDEF_TNF_UNKNOWN, {}, {}, input)));
+    for (uint8_t i = 0; i < nfc_ndef_msg_get_number_of_records(message.get()); ++i) {
+        const nfc_ndef_record &record = *nfc_ndef_msg_get_record_by_index(message.get(), i);
+        agree(record, record.payload_length);
+    }
+    for (const bool alone : {false, true}) {
+        const Record record = make_record(NFC_NDEF_TNF_UNKNOWN, {}, {}, input);
+        record->mb = record->me = alone;
+        agree(*record, input.size());
+    }
     check_data_area(bytes);
 }

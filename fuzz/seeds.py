@@ -44,7 +44,6 @@ def write(target, seeds):
 for target in ("record", "message", "editing"):
     write(target, messages)
 payloads = sorted({payload for message in messages for payload in short_payloads(message)})
-write("extractors", [b"\xc0" + payload for payload in payloads])
 # The first byte is the number of a type, which only the list of types knows: so every payload is read as every type.
 write("kinds", [bytes([kind, 3]) + payload for payload in payloads for kind in range(32)])
 write("in_place", messages + payloads + tags)

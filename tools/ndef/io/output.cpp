@@ -2,17 +2,16 @@
 
 #include "io/failure.h"
 #include "io/write_file.h"
+#include "text/encoded_text.h"
 
 #include <nfc_ndef/printable.h>
 
 #include <fmt/format.h>
-#include <glib.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <memory>
 
 #include <unistd.h>
 
@@ -23,14 +22,6 @@ namespace values = nfc_ndef::values;
 namespace {
 
 const std::string standard_output = "-";
-
-std::string base64_of(std::span<const uint8_t> bytes)
-{
-    struct Free {
-        void operator()(char *text) const { g_free(text); }
-    };
-    return std::unique_ptr<char, Free>(g_base64_encode(bytes.data(), bytes.size())).get();
-}
 
 std::string c_array_of(std::span<const uint8_t> bytes)
 {

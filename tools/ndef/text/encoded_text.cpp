@@ -1,6 +1,9 @@
 #include "text/encoded_text.h"
 
+#include <glib.h>
+
 #include <cctype>
+#include <memory>
 #include <string>
 
 namespace tool {
@@ -71,6 +74,14 @@ std::optional<std::vector<uint8_t>> decode_base64(std::string_view text)
     if (digits % 4 == 1 || (padding > 0 && (digits + padding) % 4 != 0) || padding > 2)
         return std::nullopt;
     return bytes;
+}
+
+std::string base64_of(std::span<const uint8_t> bytes)
+{
+    struct Free {
+        void operator()(char *text) const { g_free(text); }
+    };
+    return std::unique_ptr<char, Free>(g_base64_encode(bytes.data(), bytes.size())).get();
 }
 
 bool means_hex(const std::vector<uint8_t> &as_hex, const std::vector<uint8_t> &as_base64)

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -16,6 +17,7 @@ std::optional<std::vector<uint8_t>> decode_hex(std::string_view text, size_t *wr
 
 // Base64 of either alphabet, with or without padding and line breaks; nothing else.
 std::optional<std::vector<uint8_t>> decode_base64(std::string_view text);
+std::string base64_of(std::span<const uint8_t> bytes);
 
 // What is meant by a text that is hex or base64: the one that begins like a message, hex when that does not tell. A
 // message never begins with an ASCII character, so no message is mistaken for text.
