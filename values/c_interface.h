@@ -80,9 +80,21 @@ private:
     std::vector<nfc_ndef_record *> pointers_;
 };
 
+// A record that a builder borrows, if there is one.
+class LentRecord {
+public:
+    explicit LentRecord(const OptionalRecord &record) : handle_(record ? to_handle(*record) : nullptr), absent_(!record)
+    {
+    }
+    bool ok() const { return absent_ || handle_; } // whether what is there became a record
+    nfc_ndef_record *get() const { return handle_.get(); }
+
+private:
+    nfc_ndef::Record handle_;
+    bool absent_;
+};
+
 // The payload of a record, in chunks or not.
 Bytes joined_payload(const nfc_ndef_record_view &record);
-
-nfc_ndef::Record to_handle(const OptionalRecord &record);
 
 } // namespace nfc_ndef::values

@@ -199,8 +199,6 @@ Bytes joined_payload(const nfc_ndef_record_view &record)
     return payload;
 }
 
-nfc_ndef::Record to_handle(const OptionalRecord &record) { return record ? to_handle(*record) : nullptr; }
-
 OptionalRecord::OptionalRecord() = default;
 OptionalRecord::OptionalRecord(Record record) : record_(std::make_unique<Record>(std::move(record))) {}
 OptionalRecord::OptionalRecord(const OptionalRecord &other)

@@ -62,6 +62,7 @@ refusals = [
     (generic(tnf="empty", id="a"), '/id: is not for "empty"'),
     (generic(tnf="unknown", type="a"), '/type: is not for "unknown"'),
     (generic(tnf="reserved", type="a"), '/type: is not for "reserved"'),
+    (poster(icons=[generic(tnf="media", type="image/png")] * 253), ": holds values that make a record that nobody can read"),
     (poster(titles=[uri(uri="a")]), '/titles/0: must be a record of the well-known type "T"'),
     (poster(uri_record=text(text="a")), '/uri_record: must be a record of the well-known type "U"'),
     (poster(uri_record=generic(tnf="external", type="U")), '/uri_record: must be a record of the well-known type "U"'),

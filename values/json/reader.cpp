@@ -486,6 +486,8 @@ template <class T> Record typed_of(JsonReader &fields, bool alone)
     if (!has_payload) {
         std::optional<Record> record = build(std::move(content));
         fields.check(record.has_value(), "", "holds values that do not make a record");
+        // Each member may be right, and the payload yet have more nested records than any reader takes.
+        fields.check(read<T>(*record, true).has_value(), "", "holds values that make a record that nobody can read");
         if (!type.empty())
             record->type = std::move(type);
         return *std::move(record);

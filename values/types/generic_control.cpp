@@ -55,16 +55,15 @@ std::optional<GenericControl> Kind<GenericControl>::read(const nfc_ndef_record_v
 
 nfc_ndef::Record Kind<GenericControl>::make(const GenericControl &control)
 {
-    const nfc_ndef::Record target = to_handle(control.target_record), action = to_handle(control.action_record),
-                           data = to_handle(control.data_record);
-    if (action) {
-        action->mb = control.action_record_flags.mb;
-        action->me = control.action_record_flags.me;
-        action->cf = control.action_record_flags.cf;
+    const LentRecord target(control.target_record), action(control.action_record), data(control.data_record);
+    if (nfc_ndef_record *const record = action.get()) {
+        record->mb = control.action_record_flags.mb;
+        record->me = control.action_record_flags.me;
+        record->cf = control.action_record_flags.cf;
     }
     // The builder writes its array from the last entry to the first.
     const LentRecords controls(control.gc_records, LentRecords::Order::reversed);
-    if (!controls.ok())
+    if (!controls.ok() || !target.ok() || !action.ok() || !data.ok())
         return nullptr;
     return nfc_ndef::Record(rtdlib_generic_control_record_create(
         control.config, target.get(), control.action_flag.value_or(0), control.action_code, action.get(), data.get(),

@@ -29,9 +29,9 @@ std::optional<HandoverRequest> Kind<HandoverRequest>::read(const nfc_ndef_record
 
 nfc_ndef::Record Kind<HandoverRequest>::make(const HandoverRequest &request)
 {
-    const nfc_ndef::Record collision = to_handle(request.cr_record);
+    const LentRecord collision(request.cr_record);
     const LentRecords carriers(request.ac_records);
-    if (!carriers.ok())
+    if (!carriers.ok() || !collision.ok())
         return nullptr;
     return nfc_ndef::Record(
         rtdlib_handover_request_record_create(collision.get(), carriers.count(), carriers.data(), request.version));

@@ -29,9 +29,9 @@ std::optional<HandoverSelect> Kind<HandoverSelect>::read(const nfc_ndef_record_v
 
 nfc_ndef::Record Kind<HandoverSelect>::make(const HandoverSelect &select)
 {
-    const nfc_ndef::Record error = to_handle(select.err_record);
+    const LentRecord error(select.err_record);
     const LentRecords carriers(select.ac_records);
-    if (!carriers.ok())
+    if (!carriers.ok() || !error.ok())
         return nullptr;
     return nfc_ndef::Record(
         rtdlib_handover_select_record_create(carriers.count(), carriers.data(), error.get(), select.version));

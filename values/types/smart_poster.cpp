@@ -84,9 +84,8 @@ std::optional<SmartPoster> Kind<SmartPoster>::read(const nfc_ndef_record_view &r
 nfc_ndef::Record Kind<SmartPoster>::make(const SmartPoster &poster)
 {
     const LentRecords titles(poster.titles), icons(poster.icons), others(poster.other_records);
-    const nfc_ndef::Record uri_record = to_handle(poster.uri_record), size_record = to_handle(poster.size_record),
-                           type_record = to_handle(poster.type_record);
-    if (!titles.ok() || !icons.ok() || !others.ok())
+    const LentRecord uri_record(poster.uri_record), size_record(poster.size_record), type_record(poster.type_record);
+    if (!titles.ok() || !icons.ok() || !others.ok() || !uri_record.ok() || !size_record.ok() || !type_record.ok())
         return nullptr;
     return nfc_ndef::Record(rtdlib_smart_poster_record_create(
         titles.count(), titles.data(), uri_record.get(), poster.action, icons.count(), icons.data(), size_record.get(),
