@@ -36,7 +36,7 @@ std::string said(const ContentLine &name)
     std::vector<std::string> parts = name.parts();
     parts.resize(5);
     std::string text;
-    for (const size_t i : {3, 1, 2, 0, 4})
+    for (const size_t i : {3u, 1u, 2u, 0u, 4u})
         if (!parts[i].empty())
             text += (text.empty() ? "" : " ") + parts[i];
     return text;
