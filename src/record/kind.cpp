@@ -1,66 +1,28 @@
 #include "record/match.h"
 #include "record/view.h"
 
+#include <algorithm>
+#include <utility>
+
 using namespace ndef;
 
 namespace {
 
-nfc_ndef_kind well_known_kind(uint32_t name)
+constexpr auto *first_with_a_long_name = std::find_if(std::begin(types_of_kinds), std::end(types_of_kinds),
+                                                      [](const TypeOfKind &one) { return one.type.short_name == 0; });
+constexpr size_t short_names = first_with_a_long_name - std::begin(types_of_kinds);
+
+// All numbers are constants here, so that the compiler finds the right one by a few comparisons.
+template <size_t... i> nfc_ndef_kind kind_of_short(uint32_t name, std::index_sequence<i...>)
 {
-    switch (name) {
-    case known::text.short_name:
-        return NFC_NDEF_KIND_TEXT;
-    case known::uri.short_name:
-        return NFC_NDEF_KIND_URI;
-    case known::smart_poster.short_name:
-        return NFC_NDEF_KIND_SMART_POSTER;
-    case known::generic_control.short_name:
-        return NFC_NDEF_KIND_GENERIC_CONTROL;
-    case known::handover_request.short_name:
-        return NFC_NDEF_KIND_HANDOVER_REQUEST;
-    case known::handover_select.short_name:
-        return NFC_NDEF_KIND_HANDOVER_SELECT;
-    case known::handover_carrier.short_name:
-        return NFC_NDEF_KIND_HANDOVER_CARRIER;
-    case known::alternative_carrier.short_name:
-        return NFC_NDEF_KIND_ALTERNATIVE_CARRIER;
-    case known::collision_resolution.short_name:
-        return NFC_NDEF_KIND_COLLISION_RESOLUTION;
-    case known::handover_select_error.short_name:
-        return NFC_NDEF_KIND_HANDOVER_ERROR;
-    case known::device_information.short_name:
-        return NFC_NDEF_KIND_DEVICE_INFORMATION;
-    case known::handover_mediation.short_name:
-        return NFC_NDEF_KIND_HANDOVER_MEDIATION;
-    case known::handover_initiate.short_name:
-        return NFC_NDEF_KIND_HANDOVER_INITIATE;
-    case known::service_parameter.short_name:
-        return NFC_NDEF_KIND_SERVICE_PARAMETER;
-    case known::service_select.short_name:
-        return NFC_NDEF_KIND_SERVICE_SELECT;
-    case known::tnep_status.short_name:
-        return NFC_NDEF_KIND_TNEP_STATUS;
-    case known::signature.short_name:
-        return NFC_NDEF_KIND_SIGNATURE;
-    default:
-        return NFC_NDEF_KIND_OTHER;
-    }
+    nfc_ndef_kind kind = NFC_NDEF_KIND_OTHER;
+    static_cast<void>(((name == types_of_kinds[i].type.short_name && (kind = types_of_kinds[i].kind, true)) || ...));
+    return kind;
 }
 
-constexpr struct Named {
-    KnownType type;
-    nfc_ndef_kind kind;
-} named[] = {
-    {known::bluetooth_oob, NFC_NDEF_KIND_BT_OOB},
-    {known::bluetooth_le, NFC_NDEF_KIND_BT_LE},
-    {known::wifi, NFC_NDEF_KIND_WIFI},
-    {known::android_application, NFC_NDEF_KIND_ANDROID_APPLICATION},
-    {known::bluetooth_legacy, NFC_NDEF_KIND_BT_LEGACY},
-    {known::sharing_enquiry, NFC_NDEF_KIND_SHARING_ENQUIRY},
-};
-
-nfc_ndef_kind kind_of_named(uint32_t format, ByteView name)
+nfc_ndef_kind kind_of_long(uint32_t format, ByteView name)
 {
+    const std::span<const TypeOfKind> named(first_with_a_long_name, std::end(types_of_kinds));
     // Most spell a type as it is written down, so that no letter needs a closer look.
 #pragma GCC unroll 1
     for (const auto &[type, kind] : named)
@@ -79,6 +41,7 @@ nfc_ndef_kind kind_of_named(uint32_t format, ByteView name)
 uint32_t nfc_ndef_record_view_kind(const nfc_ndef_record_view *record)
 {
     const ByteView name = bytes_of(record->type);
-    return record->format == NFC_NDEF_TNF_WELL_KNOWN ? well_known_kind(short_name(name))
-                                                     : kind_of_named(record->format, name);
+    return record->format == NFC_NDEF_TNF_WELL_KNOWN
+               ? kind_of_short(short_name(name), std::make_index_sequence<short_names>())
+               : kind_of_long(record->format, name);
 }

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "base/bytes.h"
-#include "nfc_ndef.h"
+#include "nfc_ndef_view.h"
 
 #include <string_view>
 
@@ -64,5 +64,35 @@ inline constexpr KnownType bluetooth_legacy = external(VENDOR_DOMAIN ":bt"),
 static_assert(sharing_enquiry.name.size() <= UINT8_MAX, "a type name holds at most 255 bytes");
 
 } // namespace known
+
+// The types that have a kind, those with short names first.
+inline constexpr struct TypeOfKind {
+    KnownType type;
+    nfc_ndef_kind kind;
+} types_of_kinds[] = {
+    {known::text, NFC_NDEF_KIND_TEXT},
+    {known::uri, NFC_NDEF_KIND_URI},
+    {known::smart_poster, NFC_NDEF_KIND_SMART_POSTER},
+    {known::generic_control, NFC_NDEF_KIND_GENERIC_CONTROL},
+    {known::handover_request, NFC_NDEF_KIND_HANDOVER_REQUEST},
+    {known::handover_select, NFC_NDEF_KIND_HANDOVER_SELECT},
+    {known::handover_carrier, NFC_NDEF_KIND_HANDOVER_CARRIER},
+    {known::alternative_carrier, NFC_NDEF_KIND_ALTERNATIVE_CARRIER},
+    {known::collision_resolution, NFC_NDEF_KIND_COLLISION_RESOLUTION},
+    {known::handover_select_error, NFC_NDEF_KIND_HANDOVER_ERROR},
+    {known::device_information, NFC_NDEF_KIND_DEVICE_INFORMATION},
+    {known::handover_mediation, NFC_NDEF_KIND_HANDOVER_MEDIATION},
+    {known::handover_initiate, NFC_NDEF_KIND_HANDOVER_INITIATE},
+    {known::service_parameter, NFC_NDEF_KIND_SERVICE_PARAMETER},
+    {known::service_select, NFC_NDEF_KIND_SERVICE_SELECT},
+    {known::tnep_status, NFC_NDEF_KIND_TNEP_STATUS},
+    {known::signature, NFC_NDEF_KIND_SIGNATURE},
+    {known::bluetooth_oob, NFC_NDEF_KIND_BT_OOB},
+    {known::bluetooth_le, NFC_NDEF_KIND_BT_LE},
+    {known::wifi, NFC_NDEF_KIND_WIFI},
+    {known::android_application, NFC_NDEF_KIND_ANDROID_APPLICATION},
+    {known::bluetooth_legacy, NFC_NDEF_KIND_BT_LEGACY},
+    {known::sharing_enquiry, NFC_NDEF_KIND_SHARING_ENQUIRY},
+};
 
 } // namespace ndef
