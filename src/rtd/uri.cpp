@@ -7,7 +7,16 @@ using namespace ndef;
 
 static size_t clean_length(ByteView uri_field)
 {
-    return ndef::clean_length(uri_field, [](uint8_t byte) { return byte >= 0x20; });
+    // Eight bytes at a time while there is no control character in them: one that is less than 0x20 borrows from the
+    // highest bit of its byte.
+    constexpr uint64_t each = 0x0101010101010101;
+    size_t whole = 0;
+    for (uint64_t bytes; uri_field.size() - whole >= sizeof bytes; whole += sizeof bytes) {
+        std::memcpy(&bytes, uri_field.data() + whole, sizeof bytes);
+        if (((bytes - each * 0x20) & ~bytes & each * 0x80) != 0)
+            break;
+    }
+    return whole + ndef::clean_length(uri_field.subspan(whole), [](uint8_t byte) { return byte >= 0x20; });
 }
 
 nfc_ndef_record *rtdlib_uri_record_create(uint8_t identifier_code, uint32_t uri_field_length, const uint8_t *uri_field)
