@@ -146,7 +146,7 @@ TEST(Wifi, IsMadeOfCredentials)
     EXPECT_EQ(attribute(0x0FFF, 0), 0U);
     Bytes longest = bytes("10FA0000");
     wifi = {.own = {.ssid = {name.data(), 4}}, .length_prefix = 1};
-    for (const size_t length : {65523, 65524}) { // the longest that a prefix can say, and one byte more
+    for (const size_t length : {65523u, 65524u}) { // the longest that a prefix can say, and one byte more
         longest[2] = static_cast<uint8_t>(length >> 8), longest[3] = static_cast<uint8_t>(length);
         longest.resize(4 + length);
         wifi.own.attributes = {longest.data(), longest.size()};
