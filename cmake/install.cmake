@@ -37,6 +37,12 @@ if(NFC_NDEF_VALUES)
     FILES_MATCHING PATTERN "*.h" PATTERN c_interface.h EXCLUDE PATTERN json EXCLUDE)
 endif()
 
+if(NFC_NDEF_PCSC)
+  install(TARGETS nfc_ndef_tags EXPORT NfcNdefTagsTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(EXPORT NfcNdefTagsTargets NAMESPACE NfcNdef:: DESTINATION ${package_dir})
+  install(FILES tags/card.h tags/error.h tags/pcsc.h tags/tag.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nfc_ndef/tags)
+endif()
+
 if(NFC_NDEF_TOOL)
   file(RELATIVE_PATH bin_to_lib /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
   set_target_properties(ndef PROPERTIES INSTALL_RPATH $ORIGIN/${bin_to_lib})
