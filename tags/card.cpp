@@ -12,7 +12,7 @@ constexpr uint8_t wrong_length_expected = 0x6C; // and SW2 says the right one
 Response response_of(Bytes bytes)
 {
     if (bytes.size() < 2)
-        throw Refused("the reader answers without a status");
+        throw Gone(); // which some drivers say so
     const auto status = static_cast<uint16_t>(bytes[bytes.size() - 2] << 8 | bytes.back());
     bytes.resize(bytes.size() - 2);
     return {std::move(bytes), status};

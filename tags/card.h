@@ -27,7 +27,7 @@ public:
 
     // The answer to reset, by which readers tell what kind of tag it is (PC/SC 2, contactless cards).
     virtual Bytes answer_to_reset() = 0;
-    // The response to a command, status included. Throws Unavailable when the tag is gone.
+    // The response to a command, status included. Throws Gone when the tag is.
     virtual Bytes transmit(ByteView command) = 0;
 
     // A command with data, and with the length of the response that is expected (256 at most) unless it is 0.

@@ -18,4 +18,8 @@ struct Unavailable : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+struct Gone : Unavailable {
+    Gone() : Unavailable("the tag was taken away") {}
+};
+
 } // namespace nfc_ndef::tags

@@ -25,7 +25,7 @@ constexpr const char *any_new_reader = "\\\\?PnP?\\Notification";
     case SCARD_W_RESET_CARD:
     case SCARD_E_NOT_TRANSACTED:
     case SCARD_F_COMM_ERROR:
-        throw Unavailable("the tag was taken away");
+        throw Gone();
     case SCARD_E_READER_UNAVAILABLE:
     case SCARD_E_UNKNOWN_READER:
         throw Unavailable("the reader was taken away");
@@ -184,7 +184,7 @@ std::unique_ptr<Card> Service::wait_for_card(const std::string &reader, std::chr
             throw Unavailable(!names.empty()   ? "there is no tag on the reader"
                               : reader.empty() ? "there is no reader"
                                                : "there is no reader of that name");
-        states.push_back({.szReader = any_new_reader});
+        states.emplace_back().szReader = any_new_reader;
         state_->look(states, static_cast<DWORD>(std::min(left, longest_wait).count()));
     }
 }

@@ -8,10 +8,10 @@
 #include <functional>
 
 using namespace test;
+using nfc_ndef::tags::Gone;
 using nfc_ndef::tags::open_tag;
 using nfc_ndef::tags::Refused;
 using nfc_ndef::tags::Tag;
-using nfc_ndef::tags::Unavailable;
 
 namespace {
 
@@ -113,7 +113,7 @@ TEST(Tags, KeepTheOldMessageNoneOrTheNewOneWhenTornAway)
                     try {
                         open_tag(*card)->write(wanted);
                         done = true;
-                    } catch (const Unavailable &) {
+                    } catch (const Gone &) {
                     }
                     done = done || !card->is_torn();
                     card->put_back();
@@ -237,7 +237,7 @@ TEST(Tags, AreFormattedWhenBlank)
             EXPECT_EQ(refusal([&] {
                           try {
                               open_tag(*card)->format();
-                          } catch (const Unavailable &) {
+                          } catch (const Gone &) {
                           }
                       }),
                       "");

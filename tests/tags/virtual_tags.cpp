@@ -2,14 +2,14 @@
 
 #include <algorithm>
 
-using nfc_ndef::tags::Unavailable;
+using nfc_ndef::tags::Gone;
 
 namespace test {
 
 Bytes VirtualTag::transmit(ByteView command)
 {
     if (is_torn())
-        throw Unavailable("the tag was taken away");
+        throw Gone();
     Bytes response;
     const uint16_t status = command.size() < 4 ? wrong_length : answer(command, response);
     if (status != done)

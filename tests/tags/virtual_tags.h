@@ -25,7 +25,7 @@ public:
 
     Bytes memory; // as it lies in the tag
 
-    // Throws Unavailable when torn away.
+    // Throws Gone when torn away.
     Bytes transmit(ByteView command) final;
 
 protected:

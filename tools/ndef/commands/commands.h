@@ -11,6 +11,9 @@ Command json_command();
 Command make_command();
 Command completion_command();
 
+// Those for tags on readers; none where the command was built without PC/SC.
+std::vector<Command> tag_commands();
+
 // All of them, below the program itself.
 Command program();
 

@@ -4,6 +4,10 @@ namespace tool {
 
 Command program()
 {
+    std::vector<Command> commands{show_command(), check_command(), json_command(), make_command()};
+    for (Command &command : tag_commands())
+        commands.push_back(std::move(command));
+    commands.push_back(completion_command());
     return {.name = "ndef",
             .summary = "Reads, checks and makes NFC Forum NDEF messages.",
             .footer =
@@ -13,7 +17,7 @@ Command program()
                 "  echo D101025503 61 | ndef show\n"
                 "  ndef check *.ndef              why messages are refused\n"
                 "\n'ndef COMMAND --help' tells more. Exit status: 0 fine, 1 refused, 2 unusable files or options.",
-            .commands = {show_command(), check_command(), json_command(), make_command(), completion_command()}};
+            .commands = std::move(commands)};
 }
 
 } // namespace tool

@@ -1,27 +1,18 @@
-#include "view/show.h"
 #include "command_line/io_options.h"
 #include "commands/commands.h"
+#include "commands/show_options.h"
 
 namespace tool {
 namespace {
 
 constexpr Option file{
     .names = "FILE", .help = "The message; standard input without it, or as -", .values = Option::Values::files};
-constexpr Option show_bytes{.names = "-x,--bytes", .help = "Also show each record's bytes, field by field"};
-constexpr Option show_all{.names = "-a,--all", .help = "Show long payloads and texts to their end"};
-constexpr Option color{.names = "--color",
-                       .placeholder = "WHEN",
-                       .help = "Colours: auto, always or never",
-                       .values = Option::Values::listed,
-                       .list = "auto always never"};
 
 void run(const Arguments &given)
 {
-    run_show({.path = given.value_or(file, "-"),
-              .input = input_options(given),
-              .color = given.choice<Color>(color).value_or(Color::automatic),
-              .bytes = given.has(show_bytes),
-              .everything = given.has(show_all)});
+    const std::string path = given.value_or(file, "-");
+    const Input input = read_input(path, input_options(given));
+    show_message(input.message, path, input.taken_for, show_options(given));
 }
 
 } // namespace

@@ -17,4 +17,7 @@ std::string reason_of(const nfc_ndef_payload_report &report);
 nfc_ndef_msg_view open_message(nfc_ndef::values::ByteView bytes, const std::string &path);
 nfc_ndef::values::Records parse_message(nfc_ndef::values::ByteView bytes, const std::string &path);
 
+// The records that a JSON text says. Throws Failure, exit_refused, with the path and the member that is wrong.
+nfc_ndef::values::Records parse_json(nfc_ndef::values::ByteView text, const std::string &path);
+
 } // namespace tool

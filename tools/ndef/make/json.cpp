@@ -1,10 +1,6 @@
 #include "command_line/io_options.h"
-#include "io/failure.h"
+#include "io/message.h"
 #include "make/thing.h"
-
-#include <nfc_ndef/printable.h>
-
-#include <fmt/format.h>
 
 namespace tool::make {
 namespace {
@@ -12,24 +8,10 @@ namespace {
 constexpr Option file{
     .names = "FILE", .help = "The JSON; standard input without it, or as -", .values = Option::Values::files};
 
-// Names of members may be as long as the file.
-std::string shortened(const std::string &text)
-{
-    constexpr size_t enough = 300;
-    return text.size() <= enough ? text : text.substr(0, enough) + "...";
-}
-
 values::Records records(const Arguments &given)
 {
     const std::string path = given.value_or(file, "-");
-    const std::vector<uint8_t> bytes = read_file(path, given.has(no_limit));
-    try {
-        return values::from_json(values::text_of(bytes));
-    } catch (const values::JsonError &error) {
-        const std::string member = error.path.empty() ? "" : shortened(values::printable_utf8(error.path)) + ": ";
-        throw Failure(exit_refused,
-                      fmt::format("{}: {}{}", name_of_input(path), member, values::printable_utf8(error.what())));
-    }
+    return parse_json(read_file(path, given.has(no_limit)), path);
 }
 
 } // namespace

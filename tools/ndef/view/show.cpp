@@ -54,12 +54,11 @@ void view_record(Tree &tree, const Record &record, const Records &message, ByteV
 
 } // namespace
 
-void run_show(const ShowOptions &options)
+void show_message(ByteView bytes, const std::string &name, const std::string &first_line, const ShowOptions &options)
 {
-    const auto [bytes, taken_for] = read_input(options.path, options.input);
-    nfc_ndef_msg_view message = open_message(bytes, options.path);
-    if (!taken_for.empty())
-        write_output(taken_for + '\n');
+    nfc_ndef_msg_view message = open_message(bytes, name);
+    if (!first_line.empty())
+        write_output(first_line + '\n');
     std::vector<ByteView> on_the_wire;
     Records records;
     const Nesting nesting;

@@ -1,0 +1,24 @@
+// The options of how a message is shown.
+#pragma once
+
+#include "command_line/command.h"
+#include "view/show.h"
+
+namespace tool {
+
+inline constexpr Option show_bytes{.names = "-x,--bytes", .help = "Also show each record's bytes, field by field"};
+inline constexpr Option show_all{.names = "-a,--all", .help = "Show long payloads and texts to their end"};
+inline constexpr Option color{.names = "--color",
+                              .placeholder = "WHEN",
+                              .help = "Colours: auto, always or never",
+                              .values = Option::Values::listed,
+                              .list = "auto always never"};
+
+inline ShowOptions show_options(const Arguments &given)
+{
+    return {.color = given.choice<Color>(color).value_or(Color::automatic),
+            .bytes = given.has(show_bytes),
+            .everything = given.has(show_all)};
+}
+
+} // namespace tool
