@@ -32,6 +32,7 @@ namespace nfc_ndef::values {
  *     static nfc_ndef::Record make(const T &);  a record without an id; null for values that make none
  *     template <class Fields> static void map(Fields &, Value<Fields, T> &);  its members, in order
  *     static void show(const T &, View &);      what it tells people
+ *     static std::string summary(const T &);    that in a heading; may be left out
  *
  * and inherits from Leaf or Nests<n>. A type that lacks one of them does not compile.
  */

@@ -122,6 +122,35 @@ std::string quoted_utf16(ByteView bytes)
     return out + '"';
 }
 
+namespace {
+
+constexpr size_t room_in_a_heading = 60;
+
+// Cut at the start of a character.
+size_t length_in_a_heading(std::string_view text)
+{
+    if (text.size() <= room_in_a_heading)
+        return text.size();
+    size_t length = room_in_a_heading;
+    for (int back = 0; back < 3 && (static_cast<uint8_t>(text[length]) & 0xC0) == 0x80; ++back)
+        --length;
+    return length;
+}
+
+} // namespace
+
+std::string shortened(std::string_view text)
+{
+    const size_t length = length_in_a_heading(text);
+    return printable_utf8(text.substr(0, length)) + (length < text.size() ? "..." : "");
+}
+
+std::string shortened_and_quoted(std::string_view text)
+{
+    const size_t length = length_in_a_heading(text);
+    return quoted_utf8(view_of(text.substr(0, length))) + (length < text.size() ? "..." : "");
+}
+
 std::string version_text(uint8_t version) { return fmt::format("{}.{}", version >> 4, version & 0x0F); }
 
 std::string count_of(size_t count, std::string_view thing)

@@ -25,6 +25,10 @@ std::string printable_utf8(std::string_view text);
 std::string quoted_utf8(ByteView bytes);
 std::string quoted_utf16(ByteView bytes);
 
+// So much of a UTF-8 text as a heading has room for, printable; the second also between quotes.
+std::string shortened(std::string_view text);
+std::string shortened_and_quoted(std::string_view text);
+
 // "1.2" of a byte with the major version in bits 4 to 7.
 std::string version_text(uint8_t version);
 

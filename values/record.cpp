@@ -3,6 +3,8 @@
 #include "c_interface.h"
 #include "printable.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 namespace nfc_ndef::values {
@@ -151,6 +153,15 @@ std::optional<size_t> nested_at(uint32_t format, ByteView type)
     return prefix;
 }
 
+bool is_text(const Record &record)
+{
+    const std::string_view type = text_of(record.type);
+    return record.format == NFC_NDEF_TNF_MIME &&
+           (media("text/").matches(record.format, type.substr(0, type.find('/') + 1)) ||
+            media("application/json").matches(record.format, type)) &&
+           !record.payload.empty() && is_utf8(text_of(record.payload));
+}
+
 std::string title_of(const Record &record)
 {
     std::string title;
@@ -160,15 +171,26 @@ std::string title_of(const Record &record)
     switch (record.format) {
     case NFC_NDEF_TNF_EMPTY:
         return "Empty";
-    case NFC_NDEF_TNF_MIME:
-        return "Media";
     case NFC_NDEF_TNF_ABSOLUTE_URI:
         return "Absolute URI";
     case NFC_NDEF_TNF_UNKNOWN:
         return "Payload of unknown type";
     default:
-        return "Record";
+        return record.type.empty() ? "Record" : printable_utf8(record.type);
     }
+}
+
+std::string heading_of(const Record &record)
+{
+    std::string summary;
+    const auto sum_up = [&]<class T>(const T &content) {
+        if constexpr (requires { Kind<T>::summary(content); })
+            summary = Kind<T>::summary(content);
+    };
+    std::visit(sum_up, record.content);
+    if (record.format == NFC_NDEF_TNF_ABSOLUTE_URI)
+        summary = shortened(text_of(record.type));
+    return summary.empty() ? title_of(record) : fmt::format("{} {}", title_of(record), summary);
 }
 
 std::string printable_type(const Record &record)

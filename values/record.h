@@ -52,9 +52,16 @@ nfc_ndef::Record make(const Content &content);
 // How many bytes precede the message nested in a record of this type; none for a type that nests no message.
 std::optional<size_t> nested_at(uint32_t format, ByteView type);
 
-// What people call a record: "Text", "Bluetooth OOB", also where its payload is refused; by its format where its type
-// is not known.
+// Whether it is of a type of media that is text, whatever it says, and its payload is UTF-8: then people want to read
+// and edit it.
+bool is_text(const Record &record);
+
+// What people call a record: "Text", "Bluetooth OOB", also where its payload is refused; by its type where that is not
+// known.
 std::string title_of(const Record &record);
+// The same and what it says, in so many words as a heading has room for: "URI https://example.com", "Text "Hello"
+// (en)".
+std::string heading_of(const Record &record);
 
 // A type with its format, safe to look at: media type "image/png".
 std::string printable_type(const Record &record);

@@ -3,8 +3,9 @@
 
 A command follows "$ ", and what it prints follows the command: standard output, then standard error behind "! ", then
 an exit status other than 0, as "[1]". A line that ends in "[...]" stands for any line that begins like it. A blank line
-ends each, and "#" begins a remark. The commands run one after another in a copy of the samples, beside every-kind.json. With UPDATE set in the
-environment the transcript is written anew, to be read before it is committed.
+ends each, one that is printed is written "~", and "#" begins a remark. The commands run one after another in a copy of
+the samples, beside every-kind.json. With UPDATE set in the environment the transcript is written
+anew, to be read before it is committed.
 """
 import difflib
 import os
@@ -22,7 +23,7 @@ def printed_by(command, directory):
     done = subprocess.run(["bash", "-c", command], cwd=directory, env=dict(os.environ, PATH=path, LC_ALL="C.UTF-8"),
                           stdin=subprocess.DEVNULL, capture_output=True)
     errors = ["! " + line for line in done.stderr.decode().splitlines()]
-    return done.stdout.decode().splitlines() + errors + ([f"[{done.returncode}]"] if done.returncode else [])
+    return [line or "~" for line in done.stdout.decode().splitlines()] + errors + ([f"[{done.returncode}]"] if done.returncode else [])
 
 
 def meant(line, printed):

@@ -241,16 +241,6 @@ void write_flags_and_id(JsonWriter &fields, const Record &record, const GenericC
     fields.text_or_hex("id", std::string(text_of(record.id)));
 }
 
-// Whether a type of media is text, whatever it says: then people want to read and edit it.
-bool is_text(const Record &record)
-{
-    const std::string_view type = text_of(record.type);
-    return record.format == NFC_NDEF_TNF_MIME &&
-           (media("text/").matches(record.format, type.substr(0, type.find('/') + 1)) ||
-            media("application/json").matches(record.format, type)) &&
-           !record.payload.empty() && is_utf8(text_of(record.payload));
-}
-
 // The payload as text, as the bytes before a nested message and the message when the two give exactly the payload
 // again, or as it is.
 void write_payload(JsonWriter &fields, const Record &record, const Nesting &nesting)

@@ -1,6 +1,7 @@
 #include "android_application.h"
 
 #include "../c_interface.h"
+#include "../printable.h"
 
 namespace nfc_ndef::values {
 
@@ -17,6 +18,11 @@ nfc_ndef::Record Kind<AndroidApplication>::make(const AndroidApplication &applic
 {
     const nfc_ndef_android_application lent{bytes_view(application.package)};
     return nfc_ndef::Record(nfc_ndef_android_application_record_create(&lent, {}));
+}
+
+std::string Kind<AndroidApplication>::summary(const AndroidApplication &application)
+{
+    return shortened(application.package);
 }
 
 void Kind<AndroidApplication>::show(const AndroidApplication &application, View &view)

@@ -17,6 +17,7 @@ template <> struct Kind<AndroidApplication> : Leaf {
                                                   nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const AndroidApplication &application);
     static void show(const AndroidApplication &application, View &view);
+    static std::string summary(const AndroidApplication &application);
 
     template <class Fields> static void map(Fields &fields, Value<Fields, AndroidApplication> &application)
     {

@@ -2,6 +2,7 @@
 
 #include "../bluetooth/structures.h"
 #include "../c_interface.h"
+#include "../printable.h"
 
 #include <algorithm>
 
@@ -118,6 +119,11 @@ nfc_ndef::Record Kind<BluetoothLe>::make(const BluetoothLe &bluetooth)
     lent.uuid128_list_type = type_or(bluetooth.uuid128_list_type, 7);
     lent.structures = bytes_view(*structures);
     return nfc_ndef::Record(nfc_ndef_bt_le_record_create(&lent, {}));
+}
+
+std::string Kind<BluetoothLe>::summary(const BluetoothLe &bluetooth)
+{
+    return bluetooth.local_name ? shortened_and_quoted(*bluetooth.local_name) : "";
 }
 
 void Kind<BluetoothLe>::show(const BluetoothLe &, View &view) { show_structures(view.payload(), view); }

@@ -46,6 +46,7 @@ template <> struct Kind<BluetoothLe> : Leaf {
                                            nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const BluetoothLe &bluetooth);
     static void show(const BluetoothLe &bluetooth, View &view);
+    static std::string summary(const BluetoothLe &bluetooth);
 
     template <class Fields> static void map(Fields &fields, Value<Fields, BluetoothLe> &bluetooth)
     {

@@ -2,6 +2,7 @@
 
 #include "../bluetooth/structures.h"
 #include "../c_interface.h"
+#include "../printable.h"
 
 #include <fmt/format.h>
 
@@ -34,6 +35,11 @@ nfc_ndef::Record Kind<BluetoothLegacy>::make(const BluetoothLegacy &bluetooth)
     fields.local_name_length = static_cast<uint8_t>(bluetooth.local_name.size());
     fields.local_name = field_pointer_to(bluetooth.local_name);
     return nfc_ndef::Record(rtdlib_bt_configuration_data_record_create(&fields, nullptr, 0, 0));
+}
+
+std::string Kind<BluetoothLegacy>::summary(const BluetoothLegacy &bluetooth)
+{
+    return bluetooth.local_name.empty() ? "" : shortened_and_quoted(bluetooth.local_name);
 }
 
 void Kind<BluetoothLegacy>::show(const BluetoothLegacy &bluetooth, View &view)

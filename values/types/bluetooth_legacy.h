@@ -35,6 +35,7 @@ template <> struct Kind<BluetoothLegacy> : Leaf {
                                                nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const BluetoothLegacy &bluetooth);
     static void show(const BluetoothLegacy &bluetooth, View &view);
+    static std::string summary(const BluetoothLegacy &bluetooth);
 
     template <class Fields> static void map(Fields &fields, Value<Fields, BluetoothLegacy> &bluetooth)
     {

@@ -2,6 +2,7 @@
 
 #include "../bluetooth/structures.h"
 #include "../c_interface.h"
+#include "../printable.h"
 
 #include <algorithm>
 
@@ -93,6 +94,11 @@ nfc_ndef::Record Kind<BluetoothOob>::make(const BluetoothOob &bluetooth)
 }
 
 // Walks the payload: it also holds what the structure has no place for.
+std::string Kind<BluetoothOob>::summary(const BluetoothOob &bluetooth)
+{
+    return bluetooth.local_name.empty() ? "" : shortened_and_quoted(bluetooth.local_name);
+}
+
 void Kind<BluetoothOob>::show(const BluetoothOob &bluetooth, View &view)
 {
     const ByteView payload = view.payload();

@@ -40,6 +40,7 @@ template <> struct Kind<BluetoothOob> : Leaf {
                                             nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const BluetoothOob &bluetooth);
     static void show(const BluetoothOob &bluetooth, View &view);
+    static std::string summary(const BluetoothOob &bluetooth);
 
     template <class Fields> static void map(Fields &fields, Value<Fields, BluetoothOob> &bluetooth)
     {

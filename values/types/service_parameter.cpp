@@ -34,6 +34,11 @@ nfc_ndef::Record Kind<ServiceParameter>::make(const ServiceParameter &parameter)
     return nfc_ndef::Record(nfc_ndef_service_parameter_record_create(&lent, {}));
 }
 
+std::string Kind<ServiceParameter>::summary(const ServiceParameter &parameter)
+{
+    return shortened(parameter.service_name);
+}
+
 void Kind<ServiceParameter>::show(const ServiceParameter &parameter, View &view)
 {
     view.text("service", view_of(parameter.service_name));

@@ -25,6 +25,7 @@ template <> struct Kind<ServiceParameter> : Leaf {
                                                 nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const ServiceParameter &parameter);
     static void show(const ServiceParameter &parameter, View &view);
+    static std::string summary(const ServiceParameter &parameter);
 
     template <class Fields> static void map(Fields &fields, Value<Fields, ServiceParameter> &parameter)
     {

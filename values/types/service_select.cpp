@@ -1,6 +1,7 @@
 #include "service_select.h"
 
 #include "../c_interface.h"
+#include "../printable.h"
 
 namespace nfc_ndef::values {
 
@@ -18,6 +19,8 @@ nfc_ndef::Record Kind<ServiceSelect>::make(const ServiceSelect &select)
     const nfc_ndef_service_select lent{bytes_view(select.service_name)};
     return nfc_ndef::Record(nfc_ndef_service_select_record_create(&lent, {}));
 }
+
+std::string Kind<ServiceSelect>::summary(const ServiceSelect &select) { return shortened(select.service_name); }
 
 void Kind<ServiceSelect>::show(const ServiceSelect &select, View &view)
 {

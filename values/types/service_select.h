@@ -17,6 +17,7 @@ template <> struct Kind<ServiceSelect> : Leaf {
                                              nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const ServiceSelect &select);
     static void show(const ServiceSelect &select, View &view);
+    static std::string summary(const ServiceSelect &select);
 
     template <class Fields> static void map(Fields &fields, Value<Fields, ServiceSelect> &select)
     {

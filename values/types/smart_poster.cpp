@@ -92,6 +92,12 @@ nfc_ndef::Record Kind<SmartPoster>::make(const SmartPoster &poster)
         type_record.get(), others.count(), others.data()));
 }
 
+std::string Kind<SmartPoster>::summary(const SmartPoster &poster)
+{
+    const auto *const uri = poster.uri_record ? std::get_if<Uri>(&poster.uri_record->content) : nullptr;
+    return uri ? Kind<Uri>::summary(*uri) : "";
+}
+
 void Kind<SmartPoster>::show(const SmartPoster &poster, View &view)
 {
     show_uri(*poster.uri_record, view);

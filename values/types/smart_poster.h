@@ -27,6 +27,7 @@ template <> struct Kind<SmartPoster> : Nests<0> {
                                            nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const SmartPoster &poster);
     static void show(const SmartPoster &poster, View &view);
+    static std::string summary(const SmartPoster &poster);
 
     template <class Fields> static void map(Fields &fields, Value<Fields, SmartPoster> &poster)
     {

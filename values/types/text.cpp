@@ -101,6 +101,13 @@ nfc_ndef::Record Kind<Text>::make(const Text &text)
                                                       static_cast<uint32_t>(text.text.size())));
 }
 
+std::string Kind<Text>::summary(const Text &text)
+{
+    const std::optional<std::string> utf8 = utf8_of(text);
+    const std::string language = text.language_code.empty() ? "" : fmt::format(" ({})", shortened(text.language_code));
+    return utf8 ? shortened_and_quoted(*utf8) + language : "";
+}
+
 void Kind<Text>::show(const Text &text, View &view)
 {
     view.field("language", text.language_code.empty() ? "no language" : printable_utf8(text.language_code));

@@ -32,6 +32,7 @@ template <> struct Kind<Text> : Leaf {
                                     nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const Text &text);
     static void show(const Text &text, View &view);
+    static std::string summary(const Text &text);
 
     template <class Fields> static void map(Fields &fields, Value<Fields, Text> &text)
     {

@@ -36,6 +36,8 @@ nfc_ndef::Record Kind<Uri>::make(const Uri &uri)
                                                      pointer_to(uri.uri_field)));
 }
 
+std::string Kind<Uri>::summary(const Uri &uri) { return shortened(expand_uri(uri)); }
+
 void Kind<Uri>::show(const Uri &uri, View &view)
 {
     const bool known = uri.identifier_code < first_reserved_uri_code;

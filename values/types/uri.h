@@ -29,6 +29,7 @@ template <> struct Kind<Uri> : Leaf {
                                    nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const Uri &uri);
     static void show(const Uri &uri, View &view);
+    static std::string summary(const Uri &uri);
 
     template <class Fields> static void map(Fields &fields, Value<Fields, Uri> &uri)
     {

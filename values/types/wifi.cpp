@@ -340,6 +340,12 @@ nfc_ndef::Record Kind<Wifi>::make(const Wifi &wifi)
     return nfc_ndef::Record(nfc_ndef_wifi_record_create(&lent, {}));
 }
 
+std::string Kind<Wifi>::summary(const Wifi &wifi)
+{
+    const WifiAttributes &network = wifi.credentials.empty() ? wifi.own : wifi.credentials.front();
+    return network.ssid ? shortened_and_quoted(*network.ssid) : "";
+}
+
 void Kind<Wifi>::show(const Wifi &wifi, View &view)
 {
     for (const WifiAttributes &credential : wifi.credentials)

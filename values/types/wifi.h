@@ -74,6 +74,7 @@ template <> struct Kind<Wifi> : Leaf {
                                     nfc_ndef_payload_report &report);
     static nfc_ndef::Record make(const Wifi &wifi);
     static void show(const Wifi &wifi, View &view);
+    static std::string summary(const Wifi &wifi);
 
     template <class Fields> static void map(Fields &fields, Value<Fields, Wifi> &wifi)
     {

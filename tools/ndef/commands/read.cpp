@@ -55,8 +55,8 @@ Command read_command()
 {
     return {.name = "read",
             .summary = "Shows the message of a tag on a reader",
-            .options = {&reader_name, &wait_seconds, &show_bytes, &show_all, &color, &as_json, &format, &output_file,
-                        &memory_file},
+            .options = {&reader_name, &wait_seconds, &show_bytes, &show_brief, &show_all, &color, &as_json, &format,
+                        &output_file, &memory_file},
             .footer =
                 "Examples:\n"
                 "  ndef read\n"

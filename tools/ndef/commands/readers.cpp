@@ -149,7 +149,7 @@ Command watch_command()
 {
     return {.name = "watch",
             .summary = "Shows each tag that comes onto a reader, until interrupted",
-            .options = {&reader_name, &lines, &show_bytes, &show_all, &color},
+            .options = {&reader_name, &lines, &show_bytes, &show_brief, &show_all, &color},
             .run = watch};
 }
 

@@ -21,7 +21,7 @@ Command show_command()
 {
     return {.name = "show",
             .summary = "Shows the records of a message as a tree",
-            .options = with_input_options({&file, &show_bytes, &show_all, &color}),
+            .options = with_input_options({&file, &show_bytes, &show_brief, &show_all, &color}),
             .footer = "Examples:\n"
                       "  ndef show tag.ndef\n"
                       "  echo D1 01 04 55 03 61 2E 62 | ndef show\n"

@@ -7,6 +7,7 @@
 namespace tool {
 
 inline constexpr Option show_bytes{.names = "-x,--bytes", .help = "Also show each record's bytes, field by field"};
+inline constexpr Option show_brief{.names = "-b,--brief", .help = "Leave out type, id, flags and length"};
 inline constexpr Option show_all{.names = "-a,--all", .help = "Show long payloads and texts to their end"};
 inline constexpr Option color{.names = "--color",
                               .placeholder = "WHEN",
@@ -18,6 +19,7 @@ inline ShowOptions show_options(const Arguments &given)
 {
     return {.color = given.choice<Color>(color).value_or(Color::automatic),
             .bytes = given.has(show_bytes),
+            .brief = given.has(show_brief),
             .everything = given.has(show_all)};
 }
 

@@ -36,6 +36,13 @@ std::string text_field(const Tree &tree, ByteView text, View::Encoding encoding)
     return end == text.size() ? shown : fmt::format("{} {}", shown, Tree::note_on_rest(text.size(), end));
 }
 
+bool is_xml(const Record &record)
+{
+    const std::string_view type = text_of(record.type);
+    const bool says_so = media("application/xml").matches(record.format, type) || type.ends_with("+xml");
+    return says_so && record.format == NFC_NDEF_TNF_MIME && is_utf8(text_of(record.payload));
+}
+
 class RecordView final : public View {
 public:
     RecordView(Tree &tree, const Record &shown, const Records &message, RecordViewOptions options, unsigned depth)
@@ -99,7 +106,7 @@ public:
 private:
     void nested(std::string_view name, const Record &record, const Records &siblings)
     {
-        tree_.heading(fmt::format("{}: {}", name, title_of(record)));
+        tree_.heading(fmt::format("{}: {}", name, heading_of(record)));
         const Tree::Deeper deeper(tree_);
         if (depth_ + 1 > max_nesting)
             return tree_.warning(too_deep);
@@ -124,6 +131,8 @@ private:
             show_structures(record_.payload, *this);
         else if (const NamedTexts fields = personal_fields(record_); !fields.empty())
             show_fields(fields, *this);
+        else if (is_text(record_) || is_xml(record_))
+            text("text", record_.payload, Encoding::utf8, "");
         else if (options_.dump_payloads)
             tree_.dump(record_.payload);
     }

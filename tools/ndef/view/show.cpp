@@ -38,13 +38,15 @@ void view_record(Tree &tree, const Record &record, const Records &message, ByteV
                  const ShowOptions &options)
 {
     const Tree::Deeper deeper(tree);
-    tree.field("type", printable_type(record));
-    if (!record.id.empty())
-        tree.field("id", quoted_utf8(record.id));
-    if (const std::string flags = flags_of(bytes); !flags.empty())
-        tree.field("flags", flags);
-    tree.field("payload", count_of(record.payload.size(), "byte"));
     view_content(tree, record, message, {.dump_payloads = !options.bytes});
+    if (!options.brief) {
+        tree.field("type", printable_type(record));
+        if (!record.id.empty())
+            tree.field("id", quoted_utf8(record.id));
+        if (const std::string flags = flags_of(bytes); !flags.empty())
+            tree.field("flags", flags);
+        tree.field("payload", count_of(record.payload.size(), "byte"));
+    }
     if (options.bytes) {
         tree.heading("bytes");
         const Tree::Deeper rows(tree);
@@ -69,7 +71,9 @@ void show_message(ByteView bytes, const std::string &name, const std::string &fi
     }
     Tree tree(wants_color(options.color), options.everything);
     for (size_t i = 0; i < records.size(); ++i) {
-        tree.heading(fmt::format("Record {}: {}", i + 1, title_of(records[i])));
+        if (i != 0)
+            tree.line("");
+        tree.heading(fmt::format("Record {}: {}", i + 1, heading_of(records[i])));
         const auto offset = static_cast<size_t>(on_the_wire[i].data() - bytes.data());
         view_record(tree, records[i], records, on_the_wire[i], offset, options);
         write_output(tree.take());

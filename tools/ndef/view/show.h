@@ -12,6 +12,7 @@ namespace tool {
 struct ShowOptions {
     Color color = Color::automatic;
     bool bytes = false;
+    bool brief = false; // without what the header says
     bool everything = false;
 };
 

@@ -21,7 +21,12 @@ std::string Tree::painted(std::string_view text, std::string_view color) const
     return colored_ ? fmt::format("{}{}{}", color, text, plain) : std::string(text);
 }
 
-void Tree::line(std::string_view text) { text_.append(size_t{level_} * 2, ' ').append(text).append("\n"); }
+void Tree::line(std::string_view text)
+{
+    if (!text.empty())
+        text_.append(size_t{level_} * 2, ' ').append(text);
+    text_.append("\n");
+}
 
 void Tree::heading(std::string_view text) { line(painted(text, bold)); }
 
