@@ -24,8 +24,8 @@
  *    and bytes are borrowed. It returns a new record, which the caller deletes with nfc_ndef_record_delete(), or null:
  *    when memory runs out, when the id has more than 255 bytes, and when the payload would be one that reading refuses.
  *    The fields are written in the order in which they are declared, then what lies in wire form, as the `next`
- *    function hands it out. To put such bytes together, `write` functions write one of a kind into a buffer and obey the
- *    conventions for writing of nfc_ndef_view.h.
+ *    function hands it out. To put such bytes together, `write` functions write one of a kind into a buffer and obey
+ * the conventions for writing of nfc_ndef_view.h.
  */
 
 /** @defgroup types More record types */

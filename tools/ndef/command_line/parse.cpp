@@ -1,6 +1,7 @@
 // The one source that knows the library for options, whose templates take long to compile.
 #include "command_line/parse.h"
 
+#include "command_line/suggestion.h"
 #include "io/failure.h"
 #include "io/output.h"
 
@@ -35,13 +36,17 @@ std::string marked(std::string argument)
 
 std::string unmarked(std::string argument) { return argument.starts_with(mark) ? argument.substr(1) : argument; }
 
-[[noreturn]] void refuse_unexpected(const Strings &arguments)
-{
-    throw CLI::ParseError(fmt::format("The following {} not expected: {}",
+struct Unexpected : CLI::ParseError {
+    explicit Unexpected(const Strings &arguments)
+        : CLI::ParseError(fmt::format("The following {} not expected: {}",
                                       arguments.size() == 1 ? "argument was" : "arguments were",
                                       fmt::join(arguments, " ")),
-                          CLI::ExitCodes::ExtrasError);
-}
+                          CLI::ExitCodes::ExtrasError),
+          first(arguments.front())
+    {
+    }
+    std::string first;
+};
 
 // A command as CLI11 sees it, and those below.
 class Parser {
@@ -83,6 +88,26 @@ public:
 
     bool needs_command() const { return !command_.commands.empty(); }
 
+    // What might have been meant by a word that is none of them.
+    Strings names_of_commands() const
+    {
+        Strings names;
+        for (const Command &below : command_.commands)
+            names.emplace_back(below.name);
+        return names;
+    }
+    Strings names_of_options() const
+    {
+        Strings names{"--help"};
+        if (!app_.get_parent())
+            names.emplace_back("--version");
+        for (const auto &[option, added] : added_)
+            for (const std::string &name : CLI::detail::split(std::string(option->names), ','))
+                if (name.starts_with("--"))
+                    names.push_back(name);
+        return names;
+    }
+
 private:
     void add(const Option &option, bool behind_dashes)
     {
@@ -121,7 +146,7 @@ private:
                 given.add(*option, std::move(values));
         }
         if (!behind_dashes.empty())
-            refuse_unexpected(behind_dashes);
+            throw Unexpected(behind_dashes);
         return given;
     }
 
@@ -138,12 +163,20 @@ std::string reason_of(const CLI::ParseError &error, const Parser &chosen, const 
     if (dynamic_cast<const CLI::RequiredError *>(&error) && chosen.needs_command()) {
         const auto next = static_cast<size_t>(std::ranges::count(name, ' ')); // behind the command's name
         const std::string unknown = next < arguments.size() ? arguments[next] : "";
-        return unknown.empty() || unknown.starts_with('-')
-                   ? fmt::format("'{}' needs the name of a command", name)
-                   : fmt::format("{} has no command '{}'", name, values::printable_utf8(unknown));
+        if (unknown.empty())
+            return fmt::format("'{}' needs the name of a command", name);
+        const bool is_option = unknown.starts_with('-');
+        return fmt::format("{} has no {} '{}'{}", name, is_option ? "option" : "command",
+                           values::printable_utf8(unknown),
+                           suggestion(unknown == "-v" ? "--version" : unknown,
+                                      is_option ? chosen.names_of_options() : chosen.names_of_commands()));
     }
     std::string reason = error.what();
     std::erase(reason, mark);
+    const auto *const unexpected = dynamic_cast<const Unexpected *>(&error);
+    if (unexpected && unexpected->first.starts_with('-'))
+        reason = fmt::format("{} has no option '{}'{}", name, unexpected->first,
+                             suggestion(unexpected->first, chosen.names_of_options()));
     return values::printable_utf8(reason);
 }
 
@@ -161,7 +194,7 @@ std::optional<Invocation> parsed(const Command &program, std::string_view versio
     const Parser parser(program, app, !behind_dashes.empty());
     const auto refuse_what_is_left = [&] {
         if (const Strings left = app.remaining(true); !left.empty())
-            refuse_unexpected(left);
+            throw Unexpected(left);
     };
     try {
         try {
@@ -214,7 +247,11 @@ std::vector<Strings> split(const Command &joining, const Strings &all)
 
 void run_command_line(const Command &program, std::string_view version, int argc, char **argv)
 {
-    const Strings all(argv + std::min(argc, 1), argv + argc);
+    Strings all(argv + std::min(argc, 1), argv + argc);
+    if (!all.empty() && all.front() == "help") { // "help show" is "show --help"
+        all.erase(all.begin());
+        all.push_back("--help");
+    }
     const Command *const first = all.empty() ? nullptr : find_command(program.commands, all.front());
     const bool joins = first && first->run_joined;
     std::vector<Invocation> invocations;

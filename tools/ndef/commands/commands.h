@@ -9,6 +9,8 @@ Command show_command();
 Command check_command();
 Command json_command();
 Command make_command();
+Command extract_command();
+Command edit_command();
 Command completion_command();
 
 // Those for tags on readers; none where the command was built without PC/SC.

@@ -4,7 +4,8 @@ namespace tool {
 
 Command program()
 {
-    std::vector<Command> commands{show_command(), check_command(), json_command(), make_command()};
+    std::vector<Command> commands{show_command(), check_command(), json_command(),
+                                  make_command(), edit_command(),  extract_command()};
     for (Command &command : tag_commands())
         commands.push_back(std::move(command));
     commands.push_back(completion_command());
