@@ -19,8 +19,14 @@ struct JsonError : std::runtime_error {
 // Ends with a line break. Characters that act on a terminal are escaped.
 std::string to_json(const Records &message);
 
+// The same in one line, without its end.
+std::string to_json_line(const Records &message);
+
 // The records of a message that can be encoded, and is a message when it is. Throws JsonError.
 Records from_json(std::string_view text);
+
+// The same from an object that may also have its number, `line`, which is not looked at.
+Records from_json_line(std::string_view text);
 
 // The form as a JSON Schema (draft 2020-12).
 std::string json_schema();

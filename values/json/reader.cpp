@@ -547,12 +547,9 @@ Records records_of(const Json &json, const std::string &path, unsigned nesting)
     return records;
 }
 
-} // namespace
-
-Records from_json(std::string_view text)
+Records message_of(const Json &json, std::string_view ignored)
 {
-    const Json json = parse_json(text);
-    const size_t members = json.is_object() ? json.size() - json.count("$schema") : 0;
+    const size_t members = json.is_object() ? json.size() - json.count(std::string(ignored)) : 0;
     if (!json.is_object() || !json.contains("records") || members != 1)
         throw JsonError("", "must be an object with the member records alone");
     Records records = records_of(json["records"], "/records", 0);
@@ -566,5 +563,10 @@ Records from_json(std::string_view text)
         throw JsonError(fmt::format("/records/{}", report.record), nfc_ndef_msg_check_text(report.reason));
     return records;
 }
+
+} // namespace
+
+Records from_json(std::string_view text) { return message_of(parse_json(text), "$schema"); }
+Records from_json_line(std::string_view text) { return message_of(parse_json(text), "line"); }
 
 } // namespace nfc_ndef::values

@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 #include <glib.h>
 
+#include <algorithm>
 #include <iterator>
 #include <optional>
 #include <vector>
@@ -115,6 +116,10 @@ std::string escape_controls(const std::string &json)
     std::string escaped;
     escaped.reserve(json.size());
     for (const char *at = json.data(), *end = at + json.size(); at != end;) {
+        const char *const plain = std::find_if(at, end, [](char c) { return c != '\n' && (c < ' ' || c == 0x7F); });
+        escaped.append(at, plain);
+        if ((at = plain) == end)
+            break;
         const gunichar character = g_utf8_get_char(at);
         const char *next = g_utf8_next_char(at);
         if (character == '\n' || !acts_on_a_terminal(character))
@@ -147,5 +152,6 @@ nlohmann::json parse_json(std::string_view text)
 }
 
 std::string written(const nlohmann::ordered_json &json) { return escape_controls(json.dump(2)) + '\n'; }
+std::string written_in_a_line(const nlohmann::ordered_json &json) { return escape_controls(json.dump()); }
 
 } // namespace nfc_ndef::values

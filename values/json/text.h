@@ -16,5 +16,7 @@ nlohmann::json parse_json(std::string_view text);
 
 // Text that ends with a line break, in which characters that act on a terminal are escaped.
 std::string written(const nlohmann::ordered_json &json);
+// The same in one line, without its end.
+std::string written_in_a_line(const nlohmann::ordered_json &json);
 
 } // namespace nfc_ndef::values

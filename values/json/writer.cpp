@@ -297,4 +297,9 @@ Json json_of(const Record &record, const Nesting &nesting, const GenericControl:
 
 std::string to_json(const Records &message) { return written(Json{{"records", json_of(message, Nesting())}}); }
 
+std::string to_json_line(const Records &message)
+{
+    return written_in_a_line(Json{{"records", json_of(message, Nesting())}});
+}
+
 } // namespace nfc_ndef::values

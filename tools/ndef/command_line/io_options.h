@@ -26,6 +26,8 @@ inline constexpr Option output_format{
     .values = Option::Values::listed,
     .list = "raw hex base64 c"};
 
+inline constexpr Option unbuffered{.names = "--unbuffered", .help = "With --lines, write each line at once"};
+
 inline constexpr Option output_image{
     .names = "--image",
     .placeholder = "MEMORY",

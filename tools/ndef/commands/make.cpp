@@ -30,6 +30,10 @@ values::Records records_of(const make::Thing &thing, const Arguments &given)
 // One message of all that was asked for. How it is written may be said with any of them.
 void make_message(const std::vector<make::Thing> &things, const std::vector<Invocation> &invocations)
 {
+    if (const auto thing = std::ranges::find(things, invocations.front().command->name, &make::Thing::name);
+        invocations.size() == 1 && thing->write &&
+        thing->write(invocations.front().given, output_options(invocations.front().given)))
+        return;
     values::Records message;
     OutputOptions output;
     for (const Invocation &one : invocations) {

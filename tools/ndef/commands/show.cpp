@@ -1,18 +1,29 @@
 #include "command_line/io_options.h"
 #include "commands/commands.h"
 #include "commands/show_options.h"
+#include "io/message.h"
+#include "io/output.h"
 
 namespace tool {
 namespace {
 
-constexpr Option file{
-    .names = "FILE", .help = "The message; standard input without it, or as -", .values = Option::Values::files};
+constexpr Option file{.names = "FILE",
+                      .help = "The messages; standard input without any, or as -",
+                      .values = Option::Values::files,
+                      .repeatable = true};
 
 void run(const Arguments &given)
 {
-    const std::string path = given.value_or(file, "-");
-    const Input input = read_input(path, input_options(given));
-    show_message(input.message, path, input.taken_for, show_options(given));
+    const bool is_one = given.values(file).size() <= 1;
+    bool is_first = true;
+    for_each_file(given, file, [&](const std::string &path) {
+        const Input input = read_input(path, input_options(given));
+        open_message(input.message, path); // before anything is said of it
+        if (!is_one)
+            write_output((is_first ? "" : "\n") + name_of_input(path) + ":\n");
+        is_first = false;
+        show_message(input.message, path, input.taken_for, show_options(given));
+    });
 }
 
 } // namespace

@@ -23,4 +23,7 @@ inline ShowOptions show_options(const Arguments &given)
             .everything = given.has(show_all)};
 }
 
+// Calls what is to be done for each of the files that were given, and goes on where one fails.
+void for_each_file(const Arguments &given, const Option &files, const std::function<void(const std::string &)> &call);
+
 } // namespace tool

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "command_line/command.h"
+#include "io/output.h"
 
 #include <nfc_ndef/values.h>
 
@@ -17,6 +18,8 @@ struct Thing {
     std::string_view examples;
     std::function<values::Record(const Arguments &)> record{};   // without an id
     std::function<values::Records(const Arguments &)> records{}; // which have their own ids
+    // If there, it is asked first, with nothing joined to it; true when it wrote all there is to write.
+    std::function<bool(const Arguments &, const OutputOptions &)> write{};
 };
 
 // The list is in all.cpp.
