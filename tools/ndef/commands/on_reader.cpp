@@ -19,8 +19,6 @@ namespace tool {
 namespace tags = nfc_ndef::tags;
 namespace values = nfc_ndef::values;
 
-using namespace std::chrono_literals;
-
 namespace {
 
 std::chrono::milliseconds time_to_wait(const Arguments &given)
@@ -63,15 +61,16 @@ void with_tag(const Arguments &given, const std::function<void(tags::Tag &)> &us
         for (bool gone = true; gone;) {
             const auto left = end - std::chrono::steady_clock::now();
             const std::unique_ptr<tags::Card> card =
-                service.wait_for_card(name, std::max(0ms, std::chrono::duration_cast<std::chrono::milliseconds>(left)));
+                service.wait_for_card(name, std::max(std::chrono::milliseconds::zero(),
+                                                     std::chrono::duration_cast<std::chrono::milliseconds>(left)));
             std::unique_ptr<tags::Tag> tag;
             try {
                 tag = tags::open_tag(*card);
                 gone = false;
             } catch (const tags::Gone &) { // the service learns of that after a while
-                if (left < 0ms)
+                if (left.count() < 0)
                     throw;
-                std::this_thread::sleep_for(100ms);
+                std::this_thread::sleep_for(std::chrono::milliseconds(100));
             }
             if (tag)
                 use(*tag);
