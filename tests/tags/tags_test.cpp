@@ -280,6 +280,31 @@ TEST(Tags, AreLocked)
     EXPECT_EQ(type5->memory[1], 0x43);
 }
 
+TEST(Tags, OfAnyContentAreReadOrRefused)
+{
+    uint32_t state = 1;
+    const auto random = [&] { return static_cast<uint8_t>((state = state * 1664525 + 1013904223) >> 24); };
+    for (int i = 0; i < 3000; ++i) {
+        Bytes bytes(64 + random());
+        for (uint8_t &byte : bytes)
+            byte = random() % 4 != 0 ? static_cast<uint8_t>(random() % 5) : random(); // often a TLV's tag or length
+        Bytes type2 = type2_memory(144, bytes), type5 = type5_memory(112, bytes);
+        const std::unique_ptr<VirtualTag> cards[] = {virtual_type2(std::move(type2)), virtual_type5(std::move(type5)),
+                                                     virtual_type4(bytes), virtual_type2(bytes), virtual_type5(bytes)};
+        for (const std::unique_ptr<VirtualTag> &card : cards) {
+            const Bytes message = message_of(random() % 40, 'a');
+            const std::string why = refusal([&] {
+                const std::unique_ptr<Tag> tag = open_tag(*card);
+                tag->size();
+                tag->read();
+                tag->write(message);
+            });
+            EXPECT_TRUE(!why.empty() || open_tag(*card)->read() == message);
+            EXPECT_EQ(card->offence(), "") << why;
+        }
+    }
+}
+
 TEST(Tags, AreReadWhateverTheReaderIsLike)
 {
     const Bytes message = message_of(130, 'a');
@@ -292,10 +317,23 @@ TEST(Tags, AreReadWhateverTheReaderIsLike)
         EXPECT_EQ(tag->memory(), memory);
         EXPECT_EQ(tag->serial_number().empty(), !habits.tells_serial_number);
     }
+    // Sectors behind the 16th are those of a bigger card, and are found through a directory of their own.
+    std::unique_ptr<VirtualTag> card = virtual_classic(Bytes(4096), true);
+    for (size_t sector = 0; sector < 40; ++sector) {
+        const size_t trailer = sector < 32 ? sector * 64 + 48 : 2048 + (sector - 32) * 256 + 240;
+        const uint8_t directory_key[]{0xA0, 0xA1, 0xA2, 0xA3, 0xA4, 0xA5},
+            ndef_key[]{0xD3, 0xF7, 0xD3, 0xF7, 0xD3, 0xF7};
+        std::copy_n(sector % 16 == 0 && sector < 32 ? directory_key : ndef_key, 6,
+                    card->memory.begin() + static_cast<std::ptrdiff_t>(trailer));
+    }
+    card->memory[1024 + 2 + 2 * (39 - 17)] = 0x03, card->memory[1024 + 3 + 2 * (39 - 17)] = 0xE1;
+    std::ranges::copy(tlv(message), card->memory.begin() + 2048 + 7 * 256);
+    EXPECT_EQ(open_tag(*card)->read(), message);
+    EXPECT_EQ(open_tag(*card)->size(), 15U * 16 - 2);
     // The size that some makers of Type 5 tags give counts the container in.
     Bytes counted_in = type5_memory(112, tlv(message_of(90, 'a')));
     counted_in[2] = 112 / 8;
-    const std::unique_ptr<VirtualTag> card = virtual_type5(counted_in);
+    card = virtual_type5(counted_in);
     EXPECT_EQ(open_tag(*card)->size(), 106U);
     EXPECT_EQ(open_tag(*card)->read(), message_of(90, 'a'));
 }

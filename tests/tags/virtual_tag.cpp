@@ -54,6 +54,15 @@ std::unique_ptr<VirtualTag> tag_of(std::string_view kind, Bytes memory)
     return virtual_classic(std::move(memory));
 }
 
+// Wholly or not at all, for the test may end this program at any time.
+void save(const VirtualTag &tag, const std::string &path)
+{
+    const std::string beside = path + ".new";
+    std::ofstream(beside, std::ios::binary)
+        .write(reinterpret_cast<const char *>(tag.memory.data()), std::ssize(tag.memory));
+    std::rename(beside.c_str(), path.c_str());
+}
+
 void serve(int socket, VirtualTag &tag, const char *path)
 {
     constexpr uint8_t answer_to_reset = 4;
@@ -66,8 +75,7 @@ void serve(int socket, VirtualTag &tag, const char *path)
         } catch (const nfc_ndef::tags::Gone &) {
             return;
         }
-        std::ofstream(path, std::ios::binary)
-            .write(reinterpret_cast<const char *>(tag.memory.data()), std::ssize(tag.memory));
+        save(tag, path);
     }
 }
 

@@ -134,7 +134,7 @@ private:
 
 class Classic : public StorageTag {
 public:
-    Classic() : StorageTag(16, iso14443a, 0x0001, {}) {}
+    explicit Classic(bool is_big) : StorageTag(16, iso14443a, is_big ? 0x0002 : 0x0001, {}) {}
 
 private:
     uint16_t answer(ByteView command, Bytes &response) override
@@ -146,8 +146,9 @@ private:
             return done;
         }
         if (command[1] == 0x86) {
-            const size_t sector = command[7] / 4;
-            const auto key = memory.begin() + static_cast<std::ptrdiff_t>(sector * 64 + 48);
+            const size_t sector = sector_of(command[7]);
+            const size_t trailer = sector < 32 ? sector * 64 + 48 : 2048 + (sector - 32) * 256 + 240;
+            const auto key = memory.begin() + static_cast<std::ptrdiff_t>(trailer);
             open_ = command[8] == 0x60 && std::equal(key_.begin(), key_.end(), key) ? sector : SIZE_MAX;
             return open_ == SIZE_MAX ? 0x6300 : done;
         }
@@ -155,14 +156,16 @@ private:
     }
     uint16_t read(size_t number, size_t count, Bytes &response) override
     {
-        if (number / 4 != open_)
+        if (sector_of(number) != open_)
             return offend("a sector is read without its key", not_allowed);
         const uint16_t status = StorageTag::read(number, count, response);
-        if (number % 4 == 3) // no key is ever read
+        if (number < 128 ? number % 4 == 3 : number % 16 == 15) // no key is ever read
             std::fill_n(response.begin(), 6, uint8_t{0});
         return status;
     }
     uint16_t update(size_t, ByteView) override { return offend("a card that is only read is written", not_allowed); }
+
+    static size_t sector_of(size_t block) { return block < 128 ? block / 4 : 32 + (block - 128) / 16; }
 
     Bytes key_;
     size_t open_ = SIZE_MAX;
@@ -297,9 +300,9 @@ std::unique_ptr<VirtualTag> virtual_type4(Bytes file, unsigned version, uint16_t
     return with(std::make_unique<Type4>(version, id, most_read, most_written), std::move(file));
 }
 
-std::unique_ptr<VirtualTag> virtual_classic(Bytes memory)
+std::unique_ptr<VirtualTag> virtual_classic(Bytes memory, bool is_big)
 {
-    return with(std::make_unique<Classic>(), std::move(memory));
+    return with(std::make_unique<Classic>(is_big), std::move(memory));
 }
 
 Bytes type2_memory(size_t area, ByteView tlvs, uint8_t access)

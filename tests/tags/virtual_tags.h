@@ -62,7 +62,7 @@ std::unique_ptr<VirtualTag> virtual_type5(Bytes memory, size_t block_size = 4, H
 // Of a mapping version, with the id of its file and what it takes at a time; `memory` is the file.
 std::unique_ptr<VirtualTag> virtual_type4(Bytes file, unsigned version = 2, uint16_t id = 0xE104,
                                           uint16_t most_read = 59, uint16_t most_written = 52);
-std::unique_ptr<VirtualTag> virtual_classic(Bytes memory);
+std::unique_ptr<VirtualTag> virtual_classic(Bytes memory, bool is_big = false);
 
 // Memories of tags with so many bytes of data area.
 Bytes type2_memory(size_t area, ByteView tlvs, uint8_t access = 0);
