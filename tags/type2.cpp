@@ -53,7 +53,7 @@ size_t Type2::size_of_blank_area()
     static constexpr struct {
         size_t pages, size;
     } common[] = {{16, 48}, {20, 48}, {41, 128}, {44, 144}, {45, 144}, {48, 144}, {135, 496}, {231, 872}};
-    constexpr size_t most_settings = 5, most = 255 * 8;
+    constexpr size_t most_settings = 5, most = size_t{255} * 8;
     const size_t pages = storage().all().size() / page_size;
     for (const auto &known : common)
         if (known.pages == pages)
