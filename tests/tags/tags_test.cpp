@@ -100,8 +100,8 @@ const Kind kinds[] = {
 TEST(Tags, KeepTheOldMessageNoneOrTheNewOneWhenTornAway)
 {
     for (const Kind &kind : kinds) {
-        for (const size_t old_size : {0, 40, 255}) {
-            for (const size_t new_size : {0, 1, 2, 40, 254, 255, 300}) {
+        for (const size_t old_size : {0u, 40u, 255u}) {
+            for (const size_t new_size : {0u, 1u, 2u, 40u, 254u, 255u, 300u}) {
                 if (std::max(old_size, new_size) > kind.most)
                     continue;
                 const Bytes wanted = message_of(new_size, 0x4E);
@@ -225,7 +225,9 @@ TEST(Tags, AreFormattedWhenBlank)
         {virtual_type5(Bytes(512), 8), {0xE1, 0x40, 0x3F, 0x00, 0x03, 0x00, 0xFE, 0x00}, 0},
         {virtual_type5(Bytes(1024)), {0xE1, 0x40, 0x7F, 0x00, 0x03, 0x00, 0xFE, 0x00}, 0},
     };
-    for (const auto &[card, head, at] : rows) {
+    for (const auto &row : rows) {
+        const auto &[tag_of_row, head, at] = row;
+        VirtualTag *const card = tag_of_row.get();
         const auto place = static_cast<std::ptrdiff_t>(at);
         if (at != 0) // a serial number, as every tag has one
             std::fill_n(card->memory.begin(), 4, uint8_t{0x04});

@@ -62,7 +62,7 @@ public:
 protected:
     uint16_t answer(ByteView command, Bytes &response) override
     {
-        const size_t number = habits_.low_byte_only ? command[3] : command[2] << 8 | command[3];
+        const size_t number = (habits_.low_byte_only ? size_t{0} : size_t{command[2]} << 8) | command[3];
         if (command[0] != 0xFF)
             return offend("a class of another card", 0x6E00);
         switch (command[1]) {
@@ -204,7 +204,7 @@ private:
     {
         const ByteView data =
             command.size() > 5 ? command.subspan(5, std::min<size_t>(command[4], command.size() - 5)) : ByteView();
-        const size_t offset = command[2] << 8 | command[3];
+        const size_t offset = size_t{command[2]} << 8 | command[3];
         if (command[0] != 0)
             return command[1] == 0xCA ? unknown_instruction : offend("a class of a storage card", 0x6E00);
         switch (command[1]) {

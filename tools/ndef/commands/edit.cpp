@@ -138,8 +138,7 @@ void run(const Arguments &given)
     for (const std::string &what : given.values(removed))
         gone.push_back(place_of("--remove", what, what, records));
     std::ranges::sort(gone, std::greater());
-    const auto repeated = std::ranges::unique(gone);
-    gone.erase(repeated.begin(), repeated.end());
+    gone.erase(std::unique(gone.begin(), gone.end()), gone.end());
     for (const size_t place : gone)
         records.erase(place);
     const std::string edited = document.dump(-1, ' ', false, Json::error_handler_t::replace);
