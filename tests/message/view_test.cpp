@@ -14,8 +14,12 @@ nfc_ndef_record_view only_record(const Bytes &message)
 {
     nfc_ndef_msg_view view;
     nfc_ndef_record_view record{};
-    EXPECT_EQ(nfc_ndef_msg_view_open(lent(message), &view, nullptr), 1);
-    EXPECT_EQ(nfc_ndef_msg_view_next(&view, &record), 1);
+    const auto read = [&] {
+        return nfc_ndef_msg_view_open(lent(message), &view, nullptr) == 1 &&
+               nfc_ndef_msg_view_next(&view, &record) == 1;
+    };
+    EXPECT_TRUE(under_test(read));
+    EXPECT_EQ(allocations_of_last_call(), 0U);
     return record;
 }
 
@@ -26,7 +30,8 @@ template <class Write> std::string written(Write write)
     std::string result = "0";
     for (uint32_t capacity = needed > 2 ? needed - 2 : 0; needed != 0 && capacity <= needed + 1; ++capacity) {
         Bytes buffer(capacity, 0xEE);
-        EXPECT_EQ(write(buffer.data(), capacity), needed) << capacity;
+        EXPECT_EQ(under_test([&] { return write(buffer.data(), capacity); }), needed) << capacity;
+        EXPECT_EQ(allocations_of_last_call(), 0U);
         if (capacity >= needed) {
             result = test::hex(Bytes(buffer.begin(), buffer.begin() + needed));
             EXPECT_TRUE(capacity == needed || buffer.back() == 0xEE) << "a byte too many";
@@ -266,8 +271,9 @@ TEST(Tlv, IsFoundInADataArea)
         const Exact exact(bytes(memory));
         nfc_ndef_tlv tlv;
         nfc_ndef_tlv_report report;
-        EXPECT_EQ(nfc_ndef_tlv_find({exact.data(), exact.size()}, &tlv, &report), reason == NFC_NDEF_TLV_FOUND)
-            << fault;
+        const auto find = [&] { return nfc_ndef_tlv_find({exact.data(), exact.size()}, &tlv, &report); };
+        EXPECT_EQ(under_test(find), reason == NFC_NDEF_TLV_FOUND) << fault;
+        EXPECT_EQ(allocations_of_last_call(), 0U);
         EXPECT_EQ(report.reason, reason) << fault;
         EXPECT_EQ(report.offset, offset) << fault;
         Bytes joined(tlv.length);

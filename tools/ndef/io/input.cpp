@@ -13,6 +13,8 @@
 #include <cstring>
 #include <memory>
 
+#include <sys/stat.h>
+
 namespace tool {
 
 namespace values = nfc_ndef::values;
@@ -29,6 +31,27 @@ struct CloseFile {
     }
 };
 
+Failure too_long(const std::string &name)
+{
+    return {exit_refused, fmt::format("{}: too long for an NDEF message", name)};
+}
+Failure over_limit(const std::string &name)
+{
+    return {exit_refused, fmt::format("{}: over 16 MiB of input (--no-limit reads it all the same)", name)};
+}
+
+// A file that says how long it is need not be read to find that out.
+void refuse_by_size(std::FILE *file, const std::string &name, bool unlimited)
+{
+    struct stat facts;
+    if (!file || fstat(fileno(file), &facts) != 0 || !S_ISREG(facts.st_mode))
+        return;
+    if (static_cast<uint64_t>(facts.st_size) > UINT32_MAX)
+        throw too_long(name);
+    if (!unlimited && static_cast<uint64_t>(facts.st_size) > limit)
+        throw over_limit(name);
+}
+
 } // namespace
 
 std::string name_of_input(const std::string &path)
@@ -41,16 +64,16 @@ std::vector<uint8_t> read_file(const std::string &path, bool unlimited)
     const std::string name = name_of_input(path);
     const std::unique_ptr<std::FILE, CloseFile> file(path == "-" ? stdin : std::fopen(path.c_str(), "rb"));
     std::vector<uint8_t> bytes;
+    refuse_by_size(file.get(), name, unlimited);
     while (file && !std::feof(file.get()) && !std::ferror(file.get())) {
         constexpr size_t step = 1 << 16;
         const size_t before = bytes.size();
         if (before > UINT32_MAX - step)
-            throw Failure(exit_refused, fmt::format("{}: too long for an NDEF message", name));
+            throw too_long(name);
         bytes.resize(before + step);
         bytes.resize(before + std::fread(bytes.data() + before, 1, step, file.get()));
         if (!unlimited && bytes.size() > limit)
-            throw Failure(exit_refused,
-                          fmt::format("{}: over 16 MiB of input (--no-limit reads it all the same)", name));
+            throw over_limit(name);
     }
     if (!file || std::ferror(file.get()))
         throw Failure(exit_unusable, fmt::format("{}: {}", name, std::strerror(errno)));
