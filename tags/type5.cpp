@@ -2,8 +2,6 @@
 #include "kinds.h"
 #include "tlv_tag.h"
 
-#include <algorithm>
-
 namespace nfc_ndef::tags {
 namespace {
 
@@ -11,22 +9,14 @@ constexpr uint8_t magic = 0xE1, magic_of_long_block_numbers = 0xE2, version = 0x
 constexpr size_t short_container = 4, long_container = 8, usual_block_size = 4, most_short_numbers = 256;
 constexpr uint8_t empty_message[] = {0x03, 0x00, 0xFE};
 
-// How long blocks are, nobody says. A block is longer than what is asked for when more is given that is not the next
-// one.
+// How long blocks are, nobody says: as long as what a reader gives for one.
 size_t block_size_of(Card &card)
 {
+    constexpr uint8_t read_binary = 0xB0;
     constexpr size_t longest = 32;
-    const auto read = [&](uint8_t number, size_t size) {
-        constexpr uint8_t read_binary = 0xB0;
-        Response response = card.ask(0xFF, read_binary, 0, number, size);
-        return response.ok() && response.data.size() == size ? std::move(response.data) : Bytes();
-    };
-    for (size_t size = usual_block_size; size <= longest; size *= 2) {
-        const Bytes next = read(1, size), twice = read(0, 2 * size);
-        const bool is_short = !twice.empty() && !std::equal(next.begin(), next.end(), twice.end() - std::ssize(next));
-        if (!read(0, size).empty() && !is_short)
-            return size;
-    }
+    for (size_t size = usual_block_size; size <= longest; size *= 2)
+        if (const Response first = card.ask(0xFF, read_binary, 0, 0, size); first.ok() && first.data.size() >= size)
+            return first.data.size();
     return usual_block_size;
 }
 
