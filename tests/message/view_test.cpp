@@ -1,5 +1,5 @@
 #include "ndef.h"
-#include "nfc_ndef_view.h"
+#include "nfc_ndef_view.hpp"
 
 using namespace test;
 
@@ -83,6 +83,35 @@ TEST(View, SurvivesBytesThatChangeUnderIt)
     nfc_ndef_bytes piece;
     record.chunks = lent(changing);
     EXPECT_FALSE(nfc_ndef_record_view_next_piece(&record, &position, &piece));
+}
+
+TEST(View, IsARange)
+{
+    const Bytes message = bytes("9101055402656E4869 110102550461 5102086163 0101610201620163"),
+                cut = bytes("9101055402"), past = bytes("D1010154 02");
+    std::string all;
+    const auto read = [&] {
+        const nfc_ndef::message_view view(message);
+        for (const nfc_ndef::record_view &record : view) {
+            if (const auto text = record.text())
+                all += nfc_ndef::text_of(text->text);
+            if (const auto uri = record.uri())
+                all += uri->prefix, all += nfc_ndef::text_of(uri->field);
+            if (const auto carrier = record.alternative_carrier())
+                for (const nfc_ndef_bytes &reference : nfc_ndef::references(*carrier))
+                    all += nfc_ndef::text_of(reference);
+            all += ".";
+        }
+        return static_cast<bool>(view);
+    };
+    EXPECT_TRUE(under_test(read));
+    EXPECT_EQ(all, "Hi.https://a.bc.");
+    const nfc_ndef::message_view refused(cut);
+    EXPECT_TRUE(!refused && refused.begin() == refused.end() && refused.report().offset == 4);
+    const nfc_ndef::record_view malformed(only_record(past));
+    nfc_ndef_payload_report report{};
+    EXPECT_TRUE(!malformed.text(&report) && !malformed.uri(&report));
+    EXPECT_EQ(report.reason, uint32_t{NFC_NDEF_PAYLOAD_FIELD_PAST_END});
 }
 
 TEST(View, ReadsOneRecordByItself)
