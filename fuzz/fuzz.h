@@ -71,7 +71,6 @@ private:
 inline const uint8_t *pointer(ByteView bytes) { return bytes.empty() ? nullptr : bytes.data(); }
 inline uint8_t length8(ByteView bytes) { return static_cast<uint8_t>(bytes.size()); }
 inline uint32_t length32(ByteView bytes) { return static_cast<uint32_t>(bytes.size()); }
-
 inline bool equal(ByteView a, ByteView b) { return std::equal(a.begin(), a.end(), b.begin(), b.end()); }
 
 inline ByteView payload_of(const nfc_ndef_record &record) { return {record.payload, record.payload_length}; }

@@ -3,6 +3,7 @@
 
 #include "record.h"
 
+#include <functional>
 #include <stdexcept>
 
 namespace nfc_ndef::values {
@@ -18,6 +19,9 @@ struct JsonError : std::runtime_error {
 
 // Ends with a line break. Characters that act on a terminal are escaped.
 std::string to_json(const Records &message);
+
+// The same for a message that was opened, handed on piece by piece, so that no more than a record is kept.
+void write_json(nfc_ndef_msg_view message, const std::function<void(std::string_view text)> &write);
 
 // The same in one line, without its end.
 std::string to_json_line(const Records &message);

@@ -152,6 +152,18 @@ nlohmann::json parse_json(std::string_view text)
 }
 
 std::string written(const nlohmann::ordered_json &json) { return escape_controls(json.dump(2)) + '\n'; }
+std::string written_as_entry(const nlohmann::ordered_json &json, size_t margin)
+{
+    const std::string text = escape_controls(json.dump(2)), blanks(margin, ' ');
+    std::string entry = blanks;
+    entry.reserve(text.size() + text.size() / 8);
+    for (const char c : text) {
+        entry += c;
+        if (c == '\n') // which ends a line, for in strings it is escaped
+            entry += blanks;
+    }
+    return entry;
+}
 std::string written_in_a_line(const nlohmann::ordered_json &json) { return escape_controls(json.dump()); }
 
 } // namespace nfc_ndef::values

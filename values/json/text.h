@@ -16,6 +16,8 @@ nlohmann::json parse_json(std::string_view text);
 
 // Text that ends with a line break, in which characters that act on a terminal are escaped.
 std::string written(const nlohmann::ordered_json &json);
+// The same as an entry of an array, so many blanks from the margin and without the line break.
+std::string written_as_entry(const nlohmann::ordered_json &json, size_t margin);
 // The same in one line, without its end.
 std::string written_in_a_line(const nlohmann::ordered_json &json);
 

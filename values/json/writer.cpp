@@ -297,6 +297,17 @@ Json json_of(const Record &record, const Nesting &nesting, const GenericControl:
 
 std::string to_json(const Records &message) { return written(Json{{"records", json_of(message, Nesting())}}); }
 
+void write_json(nfc_ndef_msg_view message, const std::function<void(std::string_view text)> &write)
+{
+    const Nesting decoding, writing;
+    std::string before = "{\n  \"records\": [\n";
+    for (nfc_ndef_record_view record; nfc_ndef_msg_view_next(&message, &record) == 1; before = ",\n") {
+        write(before);
+        write(written_as_entry(json_of(decode(record, decoding), writing), 4));
+    }
+    write("\n  ]\n}\n");
+}
+
 std::string to_json_line(const Records &message)
 {
     return written_in_a_line(Json{{"records", json_of(message, Nesting())}});

@@ -30,7 +30,13 @@ void run(const Arguments &given)
         throw Failure(exit_unusable, "--output is for the JSON of one message");
     for_each_file(given, file, [&](const std::string &path) {
         const std::vector<uint8_t> bytes = read_ndef(path, input_options(given));
-        write_text(to_json(parse_message(bytes, path)), output_options(given));
+        const nfc_ndef_msg_view message = open_message(bytes, path);
+        const OutputOptions output = output_options(given);
+        if (output.path == "-")
+            return nfc_ndef::values::write_json(message, write_output);
+        std::string whole; // for a file, which is replaced wholly or not at all
+        nfc_ndef::values::write_json(message, [&](std::string_view text) { whole += text; });
+        write_text(whole, output);
     });
 }
 
