@@ -1,5 +1,7 @@
-// Whether to colour what a terminal shows.
+// How a terminal shows what is written: in colour or not, and how wide.
 #pragma once
+
+#include <cstddef>
 
 namespace tool {
 
@@ -7,5 +9,8 @@ enum class Color { automatic, always, never };
 
 // Whether standard output gets colours.
 bool wants_color(Color color);
+
+// How many columns a line on standard output has: what COLUMNS says, or the terminal; 0 when it is not a terminal.
+size_t columns_of_terminal();
 
 } // namespace tool

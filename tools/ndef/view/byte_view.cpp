@@ -12,7 +12,7 @@ namespace {
 
 using namespace nfc_ndef::values;
 
-enum class Ascii { no, yes };
+using Role = Tree::Role;
 
 class ByteRows {
 public:
@@ -39,7 +39,7 @@ public:
         if (!nfc_ndef_msg_view_open({message.data(), static_cast<uint32_t>(message.size())}, &records, nullptr))
             return false;
         if (prefix_length > 0)
-            rows(offset, payload.first(prefix_length), "payload, before the nested message", Ascii::no);
+            rows(offset, payload.first(prefix_length), "payload, before the nested message", Role::length);
         if (depth_ >= max_nesting) {
             tree_.warning(fmt::format("nested deeper than {} records: {} not followed", max_nesting,
                                       count_of(message.size(), "byte")));
@@ -59,8 +59,8 @@ private:
     void header(ByteView bytes, const nfc_ndef_record_view &chunk, size_t offset)
     {
         size_t at = 0;
-        const auto take = [&](size_t length, const std::string &meaning, Ascii ascii = Ascii::no) {
-            rows(offset + at, bytes.subspan(at, length), meaning, ascii);
+        const auto take = [&](size_t length, const std::string &meaning, Role role = Role::length) {
+            rows(offset + at, bytes.subspan(at, length), meaning, role);
             at += length;
         };
         take(1,
@@ -69,27 +69,18 @@ private:
         take((chunk.flags & NFC_NDEF_FLAG_SR) != 0 ? 1 : 4, fmt::format("payload length: {}", chunk.payload_length));
         if ((chunk.flags & NFC_NDEF_FLAG_IL) != 0)
             take(1, fmt::format("id length: {}", chunk.id.length));
-        take(chunk.type.length, "type", Ascii::yes);
-        take(chunk.id.length, "id", Ascii::yes);
+        take(chunk.type.length, "type", Role::name);
+        take(chunk.id.length, "id", Role::name);
         const ByteView payload = bytes.subspan(at);
         const auto prefix_length = nested_at(chunk.format, {chunk.type.data, chunk.type.length});
         const bool in_chunks = (chunk.flags & NFC_NDEF_FLAG_CF) != 0;
         if (in_chunks || !prefix_length || !nested(payload, *prefix_length, offset + at))
-            rows(offset + at, payload, "payload", Ascii::yes);
+            rows(offset + at, payload, "payload", Role::content);
     }
 
-    void rows(size_t offset, ByteView bytes, std::string_view meaning, Ascii ascii)
+    void rows(size_t offset, ByteView bytes, std::string_view meaning, Role role)
     {
-        constexpr size_t row = 8, limit = 32 * row;
-        const size_t end = tree_.shown(bytes.size(), limit);
-        for (size_t i = 0; i < end; i += row) {
-            const ByteView part = bytes.subspan(i, std::min(row, end - i));
-            const std::string text = ascii == Ascii::yes ? fmt::format(" |{}|", ascii_of(part)) : "";
-            tree_.line(fmt::format("{:04X}  {:<23}  {:{}}{:{}}{}", offset + i, hex_of(part), "", size_t{depth_} * 2,
-                                   i == 0 ? meaning : "", meaning.size(), text));
-        }
-        if (end < bytes.size())
-            tree_.warning(Tree::note_on_rest(bytes.size(), end));
+        tree_.bytes_of_field(bytes, offset, depth_, meaning, role);
     }
 
     Tree &tree_;

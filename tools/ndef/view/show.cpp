@@ -9,6 +9,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 namespace tool {
 namespace {
 
@@ -34,11 +36,18 @@ std::string flags_of(ByteView bytes)
     return flags;
 }
 
+// What is shown of a message unless all is asked for, in characters: enough for any message on a tag.
+constexpr size_t most_of_a_message = 900'000;
+
+// `room` is how much of that there is for this record.
 void view_record(Tree &tree, const Record &record, const Records &message, ByteView bytes, size_t offset,
-                 const ShowOptions &options)
+                 const ShowOptions &options, size_t room)
 {
     const Tree::Deeper deeper(tree);
-    view_content(tree, record, message, {.dump_payloads = !options.bytes});
+    // What the header says is always shown, and may have its name in it with each byte as four characters.
+    const size_t header = 300 + 4 * (2 * record.type.size() + record.id.size());
+    const size_t rest = (room - std::min(room, header)) / (options.bytes ? 2 : 1);
+    tree.at_most(rest, [&] { view_content(tree, record, message, {.dump_payloads = !options.bytes}); });
     if (!options.brief) {
         tree.field("type", printable_type(record));
         if (!record.id.empty())
@@ -50,7 +59,7 @@ void view_record(Tree &tree, const Record &record, const Records &message, ByteV
     if (options.bytes) {
         tree.heading("bytes");
         const Tree::Deeper rows(tree);
-        view_bytes(tree, bytes, offset);
+        tree.at_most(rest, [&] { view_bytes(tree, bytes, offset); });
     }
 }
 
@@ -69,14 +78,17 @@ void show_message(ByteView bytes, const std::string &name, const std::string &fi
         on_the_wire.push_back(next);
         records.push_back(decode(record, nesting));
     }
-    Tree tree(wants_color(options.color), options.everything);
+    Tree tree({wants_color(options.color), options.everything, columns_of_terminal()});
+    size_t room = most_of_a_message;
     for (size_t i = 0; i < records.size(); ++i) {
         if (i != 0)
-            tree.line("");
+            tree.blank();
         tree.heading(fmt::format("Record {}: {}", i + 1, heading_of(records[i])));
         const auto offset = static_cast<size_t>(on_the_wire[i].data() - bytes.data());
-        view_record(tree, records[i], records, on_the_wire[i], offset, options);
-        write_output(tree.take());
+        view_record(tree, records[i], records, on_the_wire[i], offset, options, room / (records.size() - i));
+        const std::string text = tree.take();
+        room -= std::min(room, text.size());
+        write_output(text);
     }
 }
 
