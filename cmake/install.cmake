@@ -43,6 +43,12 @@ if(NFC_NDEF_PCSC)
   install(FILES tags/card.h tags/error.h tags/pcsc.h tags/tag.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/nfc_ndef/tags)
 endif()
 
+if(NFC_NDEF_PYTHON)
+  install(TARGETS nfc_ndef_python LIBRARY DESTINATION ${NFC_NDEF_PYTHON_DIR}/nfc_ndef)
+  install(DIRECTORY python/nfc_ndef DESTINATION ${NFC_NDEF_PYTHON_DIR}
+    FILES_MATCHING PATTERN "*.py" PATTERN "*.pyi" PATTERN py.typed PATTERN __pycache__ EXCLUDE)
+endif()
+
 if(NFC_NDEF_TOOL)
   file(RELATIVE_PATH bin_to_lib /${CMAKE_INSTALL_BINDIR} /${CMAKE_INSTALL_LIBDIR})
   set_target_properties(ndef PROPERTIES INSTALL_RPATH $ORIGIN/${bin_to_lib})

@@ -1,0 +1,2 @@
+from ._core import *
+from ._tags import tags as tags
