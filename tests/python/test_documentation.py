@@ -1,4 +1,4 @@
-"""The examples of docstrings and of docs/python.md do what they say."""
+"""The examples of docstrings, of docs/python.md and of README.md do what they say."""
 
 import doctest
 import pathlib
@@ -23,7 +23,8 @@ def test_each_class_of_values_has_an_example():
         assert ">>>" in getattr(nfc_ndef, name).__doc__, name
 
 
-def test_guide():
-    guide = pathlib.Path(__file__).parents[2] / "docs/python.md"
-    result = doctest.testfile(str(guide), module_relative=False)
-    assert result.failed == 0 and result.attempted > 20
+def test_guides():
+    for guide, at_least in (("docs/python.md", 20), ("README.md", 3)):
+        path = pathlib.Path(__file__).parents[2] / guide
+        result = doctest.testfile(str(path), module_relative=False)
+        assert result.failed == 0 and result.attempted >= at_least
