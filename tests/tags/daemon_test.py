@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
-"""The commands for tags against the real daemon, whose virtual reader gets virtual tags: daemon_test.py NDEF TAG"""
+"""The commands for tags against the real daemon, whose virtual reader gets virtual tags: daemon_test.py NDEF TAG [MODULE]
+
+MODULE is the directory of the module for Python, which then does the same."""
 import os
 import pathlib
 import re
@@ -12,7 +14,7 @@ import tempfile
 import time
 
 skipped = 77
-ndef, virtual_tag = (pathlib.Path(argument).resolve() for argument in sys.argv[1:3])
+ndef, virtual_tag, *module = (pathlib.Path(argument).resolve() for argument in sys.argv[1:])
 
 # The daemon has one place for its socket, so the test lives among mounts of its own.
 if os.environ.get("NDEF_TAGS_TEST") != "inside":
@@ -166,6 +168,32 @@ for message in (old, new):
     time.sleep(1)
 watching.send_signal(signal.SIGINT)
 assert watching.wait() == 0
+
+# The module for Python, which finds three tags.
+def reads_next(answer):
+    line = reading.stdout.readline().decode()
+    assert line.startswith(answer), (answer, line, reading.stderr.read().decode())
+
+
+if module:
+    is_watched = any(b"__asan_init" in path.read_bytes() for path in (module[0] / "nfc_ndef").glob("_core*.so"))
+    libraries = [subprocess.check_output(["g++", f"-print-file-name={name}"], text=True).strip()
+                 for name in ("libasan.so", "libstdc++.so")]
+    with_module = dict(os.environ, PYTHONPATH=str(module[0]), PYTHONDONTWRITEBYTECODE="1")
+    if is_watched:
+        with_module.update(LD_PRELOAD=" ".join(libraries), ASAN_OPTIONS="detect_leaks=0", PYTHONMALLOC="malloc")
+    reading = subprocess.Popen([sys.executable, pathlib.Path(__file__).parent.resolve() / "python_reader.py"],
+                               stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=with_module)
+    reads_next("ready ['Virtual PCD")
+    with Tag("type2", type2(144, tlv(old))):
+        reads_next("written")
+    assert expect(0, "", "json", "--as", "type2", "tag") == call("json", given=new)[1]
+    with Tag("type2", type2(48, tlv(old), 0x0F)):
+        reads_next("refused")
+    with Tag("type2", bytes(64)):
+        reads_next("formatted")
+    reads_next("closed")
+    assert reading.wait() == 0, reading.stderr.read().decode()
 
 # Torn away after each change: the old message, none or the new one. An interruption does not end what was begun.
 known = [call("json", given=message)[1] for message in (old, new)]
