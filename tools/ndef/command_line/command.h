@@ -26,7 +26,7 @@ struct Option {
     Values values = Values::any;
     std::string_view list{}; // separated by blanks
     bool required = false;
-    bool repeatable = false;
+    bool repeatable = false;  // else the last one given counts
     std::string_view group{}; // options of one group exclude each other
 
     bool is_positional() const { return !names.starts_with('-'); }

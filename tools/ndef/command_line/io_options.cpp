@@ -42,7 +42,8 @@ InputOptions input_options(const Arguments &given)
 OutputOptions output_options(const Arguments &given)
 {
     OutputOptions options{.path = given.value_or(output_file, "-"),
-                          .format = given.choice<OutputFormat>(output_format)};
+                          .format = given.choice<OutputFormat>(output_format),
+                          .no_clobber = given.has(no_clobber)};
     if (const std::optional<std::string> image = given.value(output_image))
         options.image = memory_image(*image);
     return options;

@@ -19,6 +19,7 @@ inline constexpr Option output_file{.names = "-o,--output",
                                     .placeholder = "FILE",
                                     .help = "Write to this file; standard output without it, or as -",
                                     .values = Option::Values::files};
+inline constexpr Option no_clobber{.names = "--no-clobber", .help = "Write no file that is there already"};
 inline constexpr Option output_format{
     .names = "--format",
     .placeholder = "FORMAT",

@@ -118,6 +118,8 @@ private:
             added->type_name(std::string(option.placeholder));
             if (option.repeatable)
                 added->expected(1, CLI::detail::expected_max_vector_size)->allow_extra_args(option.is_positional());
+            else if (!option.is_positional()) // as in an alias that is overridden
+                added->take_last();
             if (option.values == Option::Values::listed)
                 added->check(CLI::IsMember(words_of(option.list)).description(""));
             added->required(option.required && !(option.is_positional() && behind_dashes));
@@ -134,7 +136,7 @@ private:
                     given.add(*option, {});
                 continue;
             }
-            Strings values = added->results();
+            Strings values = added->reduced_results();
             std::ranges::transform(values, values.begin(), unmarked);
             if (option->is_positional()) {
                 const auto room = option->repeatable ? behind_dashes.size() : 1 - std::min<size_t>(1, values.size());

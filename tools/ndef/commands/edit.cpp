@@ -155,8 +155,8 @@ Command edit_command()
 {
     return {.name = "edit",
             .summary = "Changes the records of a message",
-            .options = with_input_options(
-                {&file, &set, &added, &moved, &removed, &in_place, &output_file, &output_format, &output_image}),
+            .options = with_input_options({&file, &set, &added, &moved, &removed, &in_place, &output_file, &no_clobber,
+                                           &output_format, &output_image}),
             .footer =
                 "Done in this order: --set, --add, --move, --remove. The members are those of 'ndef json', where\n"
                 "records count from 0.\n"

@@ -45,7 +45,7 @@ Command extract_command()
 {
     return {.name = "extract",
             .summary = "Gives the payload of one record, as it is",
-            .options = with_input_options({&file, &record, &output_file}),
+            .options = with_input_options({&file, &record, &output_file, &no_clobber}),
             .footer = "Examples:\n"
                       "  ndef extract tag.ndef 2 -o contact.vcf\n"
                       "  ndef extract poster.ndef 1 | ndef show",

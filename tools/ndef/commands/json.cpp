@@ -46,7 +46,7 @@ Command json_command()
 {
     return {.name = "json",
             .summary = "Writes a message as JSON, which 'ndef make json' reads",
-            .options = with_input_options({&file, &lines, &unbuffered, &schema, &output_file}),
+            .options = with_input_options({&file, &lines, &unbuffered, &schema, &output_file, &no_clobber}),
             .footer = "Examples:\n"
                       "  ndef json tag.ndef\n"
                       "  ndef json tag.ndef | jq -r '.records[] | select(.kind == \"uri\").uri'\n"

@@ -46,6 +46,7 @@ void make_message(const std::vector<make::Thing> &things, const std::vector<Invo
             output.format = said.format;
         if (said.image)
             output.image = said.image;
+        output.no_clobber |= said.no_clobber;
     }
     write_message(make::message_of(message), output);
 }
@@ -55,7 +56,7 @@ Command command_of(const make::Thing &thing)
     std::vector<const Option *> options = thing.options;
     if (thing.record)
         options.push_back(&id);
-    options.insert(options.end(), {&output_file, &output_format, &output_image});
+    options.insert(options.end(), {&output_file, &no_clobber, &output_format, &output_image});
     return {.name = thing.name, .summary = thing.summary, .options = std::move(options), .footer = thing.examples};
 }
 

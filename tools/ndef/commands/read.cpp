@@ -29,12 +29,16 @@ void run(const Arguments &given)
     with_tag(given, [&](nfc_ndef::tags::Tag &tag) {
         if (given.has(memory_file)) {
             const std::vector<uint8_t> memory = tag.memory();
-            write_message(memory, {.path = given.value_or(memory_file, "-"), .format = OutputFormat::raw});
+            write_message(memory, {.path = given.value_or(memory_file, "-"),
+                                   .format = OutputFormat::raw,
+                                   .no_clobber = given.has(no_clobber)});
         }
         message = tag.read();
         description = described(tag, message.size());
     });
-    const OutputOptions output{.path = given.value_or(output_file, "-"), .format = given.choice<OutputFormat>(format)};
+    const OutputOptions output{.path = given.value_or(output_file, "-"),
+                               .format = given.choice<OutputFormat>(format),
+                               .no_clobber = given.has(no_clobber)};
     if (given.has(as_json)) {
         const auto records = message.empty() ? nfc_ndef::values::Records() : parse_message(message, name);
         return write_text(to_json(records), output);
@@ -56,7 +60,7 @@ Command read_command()
     return {.name = "read",
             .summary = "Shows the message of a tag on a reader",
             .options = {&reader_name, &wait_seconds, &show_bytes, &show_brief, &show_all, &color, &as_json, &format,
-                        &output_file, &memory_file},
+                        &output_file, &memory_file, &no_clobber},
             .footer =
                 "Examples:\n"
                 "  ndef read\n"

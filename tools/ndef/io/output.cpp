@@ -55,7 +55,7 @@ void write_text(std::string_view text, const OutputOptions &options)
 {
     if (options.path == standard_output)
         write_output(text);
-    else if (const int error = write_file(text, options.path); error != 0)
+    else if (const int error = write_file(text, options.path, options.no_clobber); error != 0)
         throw Failure(exit_unusable,
                       fmt::format("cannot write {}: {}", values::printable_utf8(options.path), std::strerror(error)));
 }

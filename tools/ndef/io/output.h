@@ -17,6 +17,7 @@ struct OutputOptions {
     std::string path = "-";
     std::optional<OutputFormat> format{}; // raw when not given, but hex on a terminal
     std::optional<MemoryImage> image{};   // the memory of a tag in place of the message alone
+    bool no_clobber = false;              // a file that is there already is left alone
 };
 
 // Writes to standard output. Ends the command when that fails, quietly when the reader went away.

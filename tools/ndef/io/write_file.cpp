@@ -81,8 +81,10 @@ public:
         return fchmod(file_.number(), old ? old->st_mode & permissions : mode_of_new_files()) == 0;
     }
     int fill(std::string_view text) { return file_.finish(text); }
-    bool take_place()
+    bool take_place(bool no_clobber)
     {
+        if (no_clobber) // a second name, as the first is removed in the end
+            return link(name_.c_str(), path_.c_str()) == 0;
         exists_ = std::rename(name_.c_str(), path_.c_str()) != 0;
         return !exists_;
     }
@@ -94,31 +96,33 @@ private:
     bool exists_; // under its own name
 };
 
-int write_in_place(std::string_view text, const std::string &path)
+int write_in_place(std::string_view text, const std::string &path, bool no_clobber)
 {
-    Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0666));
+    Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | (no_clobber ? O_EXCL : O_TRUNC), 0666));
     return file ? file.finish(text) : errno;
 }
 
 } // namespace
 
-int write_file(std::string_view text, const std::string &path)
+int write_file(std::string_view text, const std::string &path, bool no_clobber)
 {
     struct stat old {};
     const bool exists = lstat(path.c_str(), &old) == 0;
+    if (exists && no_clobber)
+        return EEXIST;
     // What may not be written is not replaced either, and open() says why.
     const bool replaceable =
         exists ? S_ISREG(old.st_mode) && old.st_nlink == 1 && access(path.c_str(), W_OK) == 0 : errno == ENOENT;
     if (!replaceable)
-        return write_in_place(text, path);
+        return write_in_place(text, path, no_clobber);
     Beside beside(path);
     if (!beside && (errno == ENOSPC || errno == EDQUOT))
         return errno;
     if (!beside || !beside.resemble(exists ? &old : nullptr)) // a directory or an owner that is not ours
-        return write_in_place(text, path);
+        return write_in_place(text, path, no_clobber);
     if (const int error = beside.fill(text); error != 0)
         return error;
-    return beside.take_place() ? 0 : write_in_place(text, path);
+    return beside.take_place(no_clobber) ? 0 : write_in_place(text, path, no_clobber);
 }
 
 } // namespace tool
