@@ -49,12 +49,12 @@ void view_record(Tree &tree, const Record &record, const Records &message, ByteV
     const size_t rest = (room - std::min(room, header)) / (options.bytes ? 2 : 1);
     tree.at_most(rest, [&] { view_content(tree, record, message, {.dump_payloads = !options.bytes}); });
     if (!options.brief) {
-        tree.field("type", printable_type(record));
+        tree.side_field("type", printable_type(record));
         if (!record.id.empty())
-            tree.field("id", quoted_utf8(record.id));
+            tree.side_field("id", quoted_utf8(record.id));
         if (const std::string flags = flags_of(bytes); !flags.empty())
-            tree.field("flags", flags);
-        tree.field("payload", count_of(record.payload.size(), "byte"));
+            tree.side_field("flags", flags);
+        tree.side_field("payload", count_of(record.payload.size(), "byte"));
     }
     if (options.bytes) {
         tree.heading("bytes");

@@ -62,6 +62,11 @@ void Tree::field(std::string_view name, std::string_view value)
                       label.size()));
 }
 
+void Tree::side_field(std::string_view name, std::string_view value)
+{
+    line(painted(wrapped_here(fmt::format("{}: {}", name, value), 0), dim));
+}
+
 void Tree::warning(std::string_view text) { line(painted(wrapped_here(text, 0), yellow)); }
 
 size_t Tree::bytes_in_a_row(size_t other_columns) const

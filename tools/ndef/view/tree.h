@@ -25,6 +25,8 @@ public:
 
     void heading(std::string_view text);
     void field(std::string_view name, std::string_view value);
+    // One that few look for.
+    void side_field(std::string_view name, std::string_view value);
     void warning(std::string_view text);
     void blank() { text_ += '\n'; }
 
