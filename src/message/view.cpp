@@ -41,6 +41,8 @@ uint8_t nfc_ndef_msg_view_open(nfc_ndef_bytes message, nfc_ndef_msg_view *view, 
 
 uint8_t nfc_ndef_msg_view_next(nfc_ndef_msg_view *view, nfc_ndef_record_view *record)
 {
+    if (view->rest.length == 0)
+        return 0;
     Reader in(bytes_of(view->rest));
     if (!next_record(in, *record))
         return 0;

@@ -118,6 +118,22 @@ constexpr bool is_named(uint8_t flags)
     return {NFC_NDEF_MSG_VALID, 0};
 }
 
+// The same for most records, which are short, named, whole and without an id. False for any other and for one that is
+// cut short, and nothing has moved then.
+[[gnu::always_inline]] inline bool find_plain_record(Reader &in, RecordView &record)
+{
+    Reader ahead = in;
+    const ByteView header = ahead.take(3);
+    if (header.empty() || (header[0] & (cf_bit | sr_bit | il_bit)) != sr_bit || !is_named(header[0]))
+        return false;
+    const ByteView body = ahead.take(size_t{header[1]} + header[2]);
+    if (!ahead.ok())
+        return false;
+    record = {body.data(), header[2], header[1], 0, header[0]};
+    in = ahead;
+    return true;
+}
+
 // The same where there is no haste, so that there is one copy of it.
 Fault find_record_apart(Reader &in, RecordView &record);
 

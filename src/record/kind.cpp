@@ -20,29 +20,26 @@ template <size_t... i> nfc_ndef_kind kind_of_short(uint32_t name, std::index_seq
     return kind;
 }
 
-bool has_mark(ByteView name)
+// Whether a media type may match one of another length: it has parameters, or a wildcard.
+bool has_mark(uint32_t format, ByteView name)
 {
     const auto holds = [&](char mark) { return std::memchr(name.data(), mark, name.size()) != nullptr; };
-    return holds(';') || holds('*');
+    return format == NFC_NDEF_TNF_MIME && (holds(';') || holds('*'));
 }
 
-bool matches(const KnownType &type, ByteView name)
+// Apart, so that the usual way saves no registers.
+[[gnu::noinline]] nfc_ndef_kind kind_of_long(uint32_t format, ByteView name)
 {
-    const bool same_length = type.name.size() == name.size();
-    // Most spell a type as it is written down; only parameters and wildcards let names of different lengths match.
-    if (same_length && std::memcmp(type.name.data(), name.data(), name.size()) == 0)
-        return true;
-    return (same_length || (type.format == NFC_NDEF_TNF_MIME && has_mark(name))) &&
-           names_match(type.format, type.bytes(), name);
-}
-
-nfc_ndef_kind kind_of_long(uint32_t format, ByteView name)
-{
-    if (!name.empty())
+    if (name.empty())
+        return NFC_NDEF_KIND_OTHER;
+    const bool any_length = has_mark(format, name);
 #pragma GCC unroll 1
-        for (const auto &[type, kind] : std::span(first_with_a_long_name, std::end(types_of_kinds)))
-            if (type.format == format && matches(type, name))
-                return kind;
+    for (const auto &[type, kind] : std::span(first_with_a_long_name, std::end(types_of_kinds)))
+        if (type.format == format && (any_length || type.name.size() == name.size()) &&
+            // Most spell a type as it is written down.
+            ((!any_length && std::memcmp(type.name.data(), name.data(), name.size()) == 0) ||
+             names_match(format, type.bytes(), name)))
+            return kind;
     return NFC_NDEF_KIND_OTHER;
 }
 

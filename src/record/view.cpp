@@ -2,7 +2,10 @@
 
 namespace ndef {
 
-// A run takes its names from the initial chunk, and its end from the terminating one.
+namespace {
+
+// Makes the view of an initial chunk that of its run, which is stepped over. A run takes its names from the initial
+// chunk, and its end from the terminating one.
 bool show_run(Reader &in, const RecordView &first, nfc_ndef_record_view &view)
 {
     RecordView piece = first;
@@ -18,6 +21,17 @@ bool show_run(Reader &in, const RecordView &first, nfc_ndef_record_view &view)
     view.flags = static_cast<uint8_t>((first.flags & (mb_bit | il_bit)) | (piece.flags & me_bit) |
                                       (length <= longest_short_payload ? sr_bit : 0));
     return true;
+}
+
+} // namespace
+
+[[gnu::noinline]] bool next_of_any(Reader &in, nfc_ndef_record_view &view)
+{
+    RecordView record;
+    if (in.left() == 0 || find_record_apart(in, record).reason != NFC_NDEF_MSG_VALID)
+        return false;
+    show(record, view);
+    return !record.has(cf_bit) || show_run(in, record, view);
 }
 
 void write_chunks(const nfc_ndef_record_view &view, Writer &out)

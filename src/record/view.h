@@ -26,23 +26,19 @@ constexpr uint8_t flag_bits = static_cast<uint8_t>(~tnf_bits);
             .flags = static_cast<uint8_t>(record.flags & flag_bits)};
 }
 
-// Makes the view of an initial chunk that of its run, which is stepped over.
-bool show_run(Reader &in, const RecordView &first, nfc_ndef_record_view &view);
-
 // Views the whole record at the front of a message that is valid, and steps over it.
+bool next_of_any(Reader &in, nfc_ndef_record_view &view);
 [[gnu::always_inline]] inline bool next_record(Reader &in, nfc_ndef_record_view &view)
 {
     RecordView record;
-    if (in.left() == 0 || find_record(in, record).reason != NFC_NDEF_MSG_VALID)
-        return false;
-    show(record, view);
-    if (!record.has(cf_bit)) [[likely]]
+    if (find_plain_record(in, record)) [[likely]] {
+        show(record, view);
         return true;
-    Reader run = in; // so that the reader itself may stay in registers
-    const RecordView first = record;
-    const bool whole = show_run(run, first, view);
-    in = run;
-    return whole;
+    }
+    Reader any = in; // so that the reader itself may stay in registers
+    const bool found = next_of_any(any, view);
+    in = any;
+    return found;
 }
 
 // Of a record in chunks, all of them together.
