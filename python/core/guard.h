@@ -28,6 +28,20 @@ inline PyObject *new_reference(PyObject *object)
     return object;
 }
 
+// What the types of this module have in common, which are made from slots.
+template <class Function> PyType_Slot slot(int number, Function *function)
+{
+    return {number, reinterpret_cast<void *>(function)};
+}
+
+// Ends a destructor: an object of such a type keeps the type.
+inline void free_object(PyObject *object)
+{
+    PyTypeObject *const type = Py_TYPE(object);
+    type->tp_free(object);
+    Py_DECREF(type);
+}
+
 // Raises an error with attributes beside its text.
 [[noreturn]] void raise(PyObject *type, const std::string &text,
                         std::initializer_list<std::pair<const char *, py::object>> attributes);

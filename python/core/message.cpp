@@ -46,9 +46,7 @@ void destroy(PyObject *object)
         Py_DECREF(message->records[i]);
     PyMem_Free(message->records);
     Py_XDECREF(message->owner);
-    PyTypeObject *const type = Py_TYPE(object);
-    type->tp_free(object);
-    Py_DECREF(type);
+    free_object(object);
 }
 
 // A record of the message, which keeps it. Making one may let another thread in, so that what it made is looked at
@@ -111,9 +109,7 @@ PyObject *next(PyObject *object)
 void destroy_iterator(PyObject *object)
 {
     Py_XDECREF(reinterpret_cast<IteratorObject *>(object)->message);
-    PyTypeObject *const type = Py_TYPE(object);
-    type->tp_free(object);
-    Py_DECREF(type);
+    free_object(object);
 }
 
 PyObject *left(PyObject *object, PyObject *)
@@ -405,9 +401,6 @@ py::object encoded(PyObject *records)
 
 void create_message_type(py::module_ &module)
 {
-    const auto slot = [](int number, auto *function) {
-        return PyType_Slot{number, reinterpret_cast<void *>(function)};
-    };
     PyType_Slot iterator_slots[] = {slot(Py_tp_dealloc, destroy_iterator),
                                     slot(Py_tp_iter, PyObject_SelfIter),
                                     slot(Py_tp_iternext, next),

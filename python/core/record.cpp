@@ -46,9 +46,7 @@ void destroy(PyObject *object)
     Py_XDECREF(record->content);
     Py_XDECREF(record->refused);
     delete record->own;
-    PyTypeObject *const type = Py_TYPE(object);
-    type->tp_free(object);
-    Py_DECREF(type);
+    free_object(object);
 }
 
 // Looks into the payload, once.
@@ -351,9 +349,6 @@ void create_record_type(py::module_ &module)
 {
     formats = &enum_class("", "ctf", values::Names(values::type_name_formats), false);
     flag_names = &enum_class("", "record_flags", values::Names(header_flags), true);
-    const auto slot = [](int number, auto *function) {
-        return PyType_Slot{number, reinterpret_cast<void *>(function)};
-    };
     PyType_Slot slots[] = {slot(Py_tp_new, create),
                            slot(Py_tp_dealloc, destroy),
                            slot(Py_tp_richcompare, compare),

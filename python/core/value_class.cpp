@@ -74,12 +74,10 @@ PyObject *create(PyTypeObject *python_type, PyObject *arguments, PyObject *keywo
 
 void destroy(PyObject *value)
 {
-    PyTypeObject *const type = Py_TYPE(value);
-    const size_t count = count_of(class_of_type(type));
+    const size_t count = count_of(class_of_type(Py_TYPE(value)));
     for (size_t i = 0; i < count; ++i)
         Py_XDECREF(slots_of(value)[i]);
-    type->tp_free(value);
-    Py_DECREF(type);
+    free_object(value);
 }
 
 bool equal(PyObject *a, PyObject *b)
@@ -203,11 +201,6 @@ PyMethodDef methods[] = {
      "replace($self, /, **members)\n--\n\nThe same value with other members."},
     {nullptr, nullptr, 0, nullptr},
 };
-
-template <class Function> PyType_Slot slot(int number, Function *function)
-{
-    return {number, reinterpret_cast<void *>(function)};
-}
 
 std::string signature_of(const ValueClass &type)
 {
