@@ -7,15 +7,15 @@ import os
 import pathlib
 import statistics
 import subprocess
-import sys
 import timeit
 
+import nfc_ndef
 from runs import fastest
 
 AT_MOST = {"text": 30, "poster": 15, "100_records": 18, "64_KiB": 2, "encode_100": 80, "50_chunks": 6, "handover": 25}
 
 
-def fields_of(nfc_ndef):
+def fields_of():
     """For each class of values a function that gets all members of one."""
     getters = {}
     for name, _, fields, *_ in nfc_ndef._core._describe_classes():
@@ -25,8 +25,8 @@ def fields_of(nfc_ndef):
     return getters
 
 
-def workloads(nfc_ndef, messages):
-    fields = fields_of(nfc_ndef)
+def workloads(messages):
+    fields = fields_of()
     record_class = nfc_ndef.Record
 
     def touch(records):
@@ -65,20 +65,17 @@ def nanoseconds(run, repetitions, seconds):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("build", type=pathlib.Path, help="the directory with the built benchmarks and the module")
+    parser.add_argument("build", type=pathlib.Path, help="the directory with the built benchmarks")
     parser.add_argument("--rounds", type=int, default=5)
     parser.add_argument("--repetitions", type=int, default=15)
     parser.add_argument("--seconds", type=float, default=0.02, help="time of one repetition")
     options = parser.parse_args()
     build = options.build.resolve()
 
-    sys.path.insert(0, str(build / "python"))
-    import nfc_ndef
-
     made = build / "messages"
     made.mkdir(exist_ok=True)
     subprocess.run([build / "ndef_bench_messages"], check=True, cwd=made)
-    runs = workloads(nfc_ndef, {path.stem: path.read_bytes() for path in made.glob("*.ndef")})
+    runs = workloads({path.stem: path.read_bytes() for path in made.glob("*.ndef")})
     ratios = {name: [] for name in AT_MOST}
     times = {}
     for _ in range(options.rounds):

@@ -1,4 +1,4 @@
-// Writes the messages that are measured into the current directory, for programs in other languages.
+// Writes the messages that are measured into the current directory.
 #include "messages.h"
 
 #include <fstream>
