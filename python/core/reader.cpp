@@ -77,20 +77,17 @@ public:
     {
         constexpr auto pause = std::chrono::milliseconds(100);
         constexpr double longest = 1e9;
+        const double seconds = timeout ? std::min(*timeout >= 0 ? *timeout : 0, longest) : longest;
+        const auto end =
+            Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(seconds));
         let_go();
-        if (!service_)
-            throw tags::Unavailable("the reader is closed");
-        const auto end = Clock::now() + std::chrono::duration_cast<Clock::duration>(std::chrono::duration<double>(
-                                            std::min(timeout.value_or(longest), longest)));
         for (;;) {
+            if (std::shared_ptr<Tag> tag = look(); tag || Clock::now() >= end)
+                return tag;
             {
                 const py::gil_scoped_release release;
-                tag_ = look();
-                if (!tag_ && Clock::now() < end)
-                    std::this_thread::sleep_for(pause);
+                std::this_thread::sleep_for(pause);
             }
-            if (tag_ || Clock::now() >= end)
-                return tag_;
             if (PyErr_CheckSignals() != 0)
                 throw py::error_already_set();
         }
@@ -106,18 +103,31 @@ public:
     void close()
     {
         let_go();
+        const py::gil_scoped_release release;
+        const std::lock_guard<std::mutex> alone(one_at_a_time_);
         service_.reset();
     }
 
 private:
     void let_go()
     {
-        if (const std::shared_ptr<Tag> tag = std::move(tag_))
+        std::shared_ptr<Tag> tag;
+        {
+            const py::gil_scoped_release release;
+            const std::lock_guard<std::mutex> alone(one_at_a_time_);
+            tag.swap(tag_);
+        }
+        if (tag)
             tag->let_go();
     }
 
+    // A tag that is there and was not handed out. Waits without the interpreter's lock, as the tag does.
     std::shared_ptr<Tag> look()
     {
+        const py::gil_scoped_release release;
+        const std::lock_guard<std::mutex> alone(one_at_a_time_);
+        if (!service_)
+            throw tags::Unavailable("the reader is closed");
         for (const tags::Reader &reader : service_->readers()) {
             const auto before = seen_.find(reader.name);
             const bool is_new = before == seen_.end() || before->second != reader.events;
@@ -125,14 +135,16 @@ private:
                 continue;
             seen_[reader.name] = reader.events;
             try {
-                return std::make_shared<Tag>(service_->wait_for_card(reader.name, std::chrono::milliseconds(0)),
+                tag_ = std::make_shared<Tag>(service_->wait_for_card(reader.name, std::chrono::milliseconds(0)),
                                              reader.name);
+                return tag_;
             } catch (const tags::Unavailable &) { // it was there for a moment only
             }
         }
         return nullptr;
     }
 
+    std::mutex one_at_a_time_;
     std::string name_;
     std::optional<double> timeout_;
     std::unique_ptr<tags::Service> service_;
