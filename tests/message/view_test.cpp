@@ -83,6 +83,11 @@ TEST(View, SurvivesBytesThatChangeUnderIt)
     nfc_ndef_bytes piece;
     record.chunks = lent(changing);
     EXPECT_FALSE(nfc_ndef_record_view_next_piece(&record, &position, &piece));
+
+    Bytes plain = bytes("D1010154 61");
+    ASSERT_TRUE(nfc_ndef_msg_view_open(lent(plain), &opened, nullptr));
+    plain[2] = 0xFF; // the length of the payload
+    EXPECT_FALSE(nfc_ndef_msg_view_next(&opened, &record));
 }
 
 TEST(View, IsARange)
