@@ -37,15 +37,15 @@ std::string marked(std::string argument)
 std::string unmarked(std::string argument) { return argument.starts_with(mark) ? argument.substr(1) : argument; }
 
 struct Unexpected : CLI::ParseError {
-    explicit Unexpected(const Strings &arguments)
+    Unexpected(const Strings &arguments, bool behind_dashes)
         : CLI::ParseError(fmt::format("The following {} not expected: {}",
                                       arguments.size() == 1 ? "argument was" : "arguments were",
                                       fmt::join(arguments, " ")),
                           CLI::ExitCodes::ExtrasError),
-          first(arguments.front())
+          option(!behind_dashes && arguments.front().starts_with('-') ? arguments.front() : "")
     {
     }
-    std::string first;
+    std::string option; // the first of them, if it looks like one
 };
 
 // A command as CLI11 sees it, and those below.
@@ -148,7 +148,7 @@ private:
                 given.add(*option, std::move(values));
         }
         if (!behind_dashes.empty())
-            throw Unexpected(behind_dashes);
+            throw Unexpected(behind_dashes, true);
         return given;
     }
 
@@ -176,9 +176,9 @@ std::string reason_of(const CLI::ParseError &error, const Parser &chosen, const 
     std::string reason = error.what();
     std::erase(reason, mark);
     const auto *const unexpected = dynamic_cast<const Unexpected *>(&error);
-    if (unexpected && unexpected->first.starts_with('-'))
-        reason = fmt::format("{} has no option '{}'{}", name, unexpected->first,
-                             suggestion(unexpected->first, chosen.names_of_options()));
+    if (unexpected && !unexpected->option.empty())
+        reason = fmt::format("{} has no option '{}'{}", name, unexpected->option,
+                             suggestion(unexpected->option, chosen.names_of_options()));
     return values::printable_utf8(reason);
 }
 
@@ -196,7 +196,7 @@ std::optional<Invocation> parsed(const Command &program, std::string_view versio
     const Parser parser(program, app, !behind_dashes.empty());
     const auto refuse_what_is_left = [&] {
         if (const Strings left = app.remaining(true); !left.empty())
-            throw Unexpected(left);
+            throw Unexpected(left, false);
     };
     try {
         try {
