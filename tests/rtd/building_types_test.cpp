@@ -152,6 +152,8 @@ TEST(Wifi, IsMadeOfCredentials)
         wifi.own.attributes = {longest.data(), longest.size()};
         EXPECT_EQ(Record(nfc_ndef_wifi_record_create(&wifi, {})) != nullptr, length == 65523);
     }
+    credential.attributes = wifi.own.attributes;
+    EXPECT_EQ(written(63), "0:");
 }
 
 TEST(WifiExtension, IsMadeOfElements)
