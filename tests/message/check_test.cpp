@@ -3,7 +3,7 @@
 
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <set>
+#include <sstream>
 
 using namespace test;
 
