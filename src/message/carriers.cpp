@@ -20,8 +20,8 @@ uint8_t read_carriers(nfc_ndef_bytes payload, nfc_ndef_handover *handover, nfc_n
     if (message.empty())
         return verdict.valid();
 
-    const nfc_ndef_msg_report found = check(message);
-    if (found.reason != NFC_NDEF_MSG_VALID)
+    nfc_ndef_msg_report found;
+    if (!check(message, found))
         return verdict.refused(found, 1);
     handover->message = opened(message, found);
     nfc_ndef_msg_view left = handover->message;

@@ -7,10 +7,8 @@ using namespace ndef;
 
 uint8_t nfc_ndef_msg_check(const uint8_t *data, uint32_t offset, uint32_t length, nfc_ndef_msg_report *report)
 {
-    const nfc_ndef_msg_report found = check(message_bytes(data, offset, length));
-    if (report)
-        *report = found;
-    return found.reason == NFC_NDEF_MSG_VALID;
+    nfc_ndef_msg_report unwanted;
+    return check(message_bytes(data, offset, length), report ? *report : unwanted);
 }
 
 const char *nfc_ndef_msg_check_text(uint32_t reason)

@@ -2,9 +2,46 @@
 
 namespace ndef {
 
-nfc_ndef_msg_report check(ByteView message)
+namespace {
+
+// The number of records of a message of short ones, as most are: they need nothing but MB, ME and CF in their places.
+// 0 of any other, which may be valid all the same.
+uint32_t count_of_short(ByteView message)
 {
-    return check(message, [](const RecordView &, bool) {});
+    constexpr uint8_t end_bits = me_bit | cf_bit;
+    Reader in(message);
+    RecordView record;
+    if (!find_short_record(in, record) || !record.has(mb_bit) || is_generic_control(record))
+        return 0;
+    uint32_t count = 1;
+    for (size_t found = 1; found < most_read && (record.flags & end_bits) != me_bit; ++found) {
+        if (!record.has(cf_bit)) {
+            if (!find_short_record(in, record) || record.has(mb_bit))
+                return 0;
+            ++count;
+        } else if (record.has(me_bit) || !find_short_chunk(in, record)) {
+            return 0;
+        }
+    }
+    return (record.flags & end_bits) == me_bit && in.left() == 0 ? count : 0;
+}
+
+// Apart, so that the usual way saves no registers.
+[[gnu::noinline]] bool check_any(ByteView message, nfc_ndef_msg_report &report)
+{
+    report = check(message, [](const RecordView &, bool) {});
+    return report.reason == NFC_NDEF_MSG_VALID;
+}
+
+} // namespace
+
+[[gnu::noinline]] bool check(ByteView message, nfc_ndef_msg_report &report)
+{
+    const uint32_t count = count_of_short(message);
+    if (count == 0) [[unlikely]]
+        return check_any(message, report);
+    report = {NFC_NDEF_MSG_VALID, count, static_cast<uint32_t>(message.size())};
+    return true;
 }
 
 Scan::Scan(ByteView message)

@@ -12,7 +12,8 @@ namespace ndef {
 // A Generic Control record leads a sequence of messages of one record each.
 inline bool is_generic_control(const RecordView &record)
 {
-    return short_name(record.type()) == known::generic_control.short_name;
+    constexpr std::string_view name = known::generic_control.name;
+    return record.type_length == name.size() && std::memcmp(record.body, name.data(), name.size()) == 0;
 }
 
 inline bool is_unchanged(const RecordView &record) { return record.format() == NFC_NDEF_TNF_UNCHANGED; }
@@ -87,8 +88,8 @@ template <class Visit> [[gnu::always_inline]] inline nfc_ndef_msg_report check(B
     return judge(message, count, fault);
 }
 
-// As above, for who only wants to know.
-nfc_ndef_msg_report check(ByteView message);
+// As above, for who only wants to know: whether it is valid, and the report.
+bool check(ByteView message, nfc_ndef_msg_report &report);
 
 // A record of the message, or a run of chunks that are one.
 class WholeRecord {

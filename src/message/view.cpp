@@ -31,11 +31,10 @@ using namespace ndef;
 uint8_t nfc_ndef_msg_view_open(nfc_ndef_bytes message, nfc_ndef_msg_view *view, nfc_ndef_msg_report *report)
 {
     const ByteView bytes = bytes_of(message);
-    const nfc_ndef_msg_report found = check(bytes);
-    const bool valid = found.reason == NFC_NDEF_MSG_VALID;
+    nfc_ndef_msg_report unwanted;
+    nfc_ndef_msg_report &found = report ? *report : unwanted;
+    const bool valid = check(bytes, found);
     *view = valid ? opened(bytes, found) : nfc_ndef_msg_view{};
-    if (report)
-        *report = found;
     return valid;
 }
 

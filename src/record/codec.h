@@ -118,13 +118,13 @@ constexpr bool is_named(uint8_t flags)
     return {NFC_NDEF_MSG_VALID, 0};
 }
 
-// The same for most records, which are short, named, whole and without an id. False for any other and for one that is
-// cut short, and nothing has moved then.
-[[gnu::always_inline]] inline bool find_plain_record(Reader &in, RecordView &record)
+// Two of one kind each, for the usual way. False for any other record and for one that is cut short, and nothing has
+// moved then.
+template <class IsOne> [[gnu::always_inline]] inline bool find_short(Reader &in, RecordView &record, IsOne is_one)
 {
     Reader ahead = in;
     const ByteView header = ahead.take(3);
-    if (header.empty() || (header[0] & (cf_bit | sr_bit | il_bit)) != sr_bit || !is_named(header[0]))
+    if (header.empty() || !is_one(header[0], header[1]))
         return false;
     const ByteView body = ahead.take(size_t{header[1]} + header[2]);
     if (!ahead.ok())
@@ -132,6 +132,19 @@ constexpr bool is_named(uint8_t flags)
     record = {body.data(), header[2], header[1], 0, header[0]};
     in = ahead;
     return true;
+}
+// Most records are short and named, and have no id. It may be the first chunk of a run.
+[[gnu::always_inline]] inline bool find_short_record(Reader &in, RecordView &record)
+{
+    return find_short(in, record,
+                      [](uint8_t flags, uint8_t) { return (flags & (sr_bit | il_bit)) == sr_bit && is_named(flags); });
+}
+// Most chunks that continue a run are short.
+[[gnu::always_inline]] inline bool find_short_chunk(Reader &in, RecordView &record)
+{
+    return find_short(in, record, [](uint8_t flags, uint8_t type_length) {
+        return (flags & ~(me_bit | cf_bit)) == (sr_bit | NFC_NDEF_TNF_UNCHANGED) && type_length == 0;
+    });
 }
 
 // The same where there is no haste, so that there is one copy of it.

@@ -4,17 +4,33 @@ namespace ndef {
 
 namespace {
 
+// A chunk that continues a run. What is handed on is copied, so that reader and chunk may stay in registers.
+[[gnu::always_inline]] inline bool find_chunk(Reader &in, RecordView &chunk)
+{
+    if (find_short_chunk(in, chunk)) [[likely]]
+        return true;
+    Reader ahead = in;
+    RecordView any;
+    if (find_record_apart(ahead, any).reason != NFC_NDEF_MSG_VALID)
+        return false;
+    in = ahead;
+    chunk = any;
+    return true;
+}
+
 // Makes the view of an initial chunk that of its run, which is stepped over. A run takes its names from the initial
 // chunk, and its end from the terminating one.
-bool show_run(Reader &in, const RecordView &first, nfc_ndef_record_view &view)
+bool show_run(Reader &rest, const RecordView &first, nfc_ndef_record_view &view)
 {
+    Reader in = rest;
     RecordView piece = first;
     uint32_t length = first.payload_length;
     while (piece.has(cf_bit)) {
-        if (find_record(in, piece).reason != NFC_NDEF_MSG_VALID)
+        if (!find_chunk(in, piece))
             return false;
         length += piece.payload_length;
     }
+    rest = in;
     view.payload = {};
     view.chunks = lent({first.header(), piece.end()});
     view.payload_length = length;
@@ -33,6 +49,22 @@ bool show_run(Reader &in, const RecordView &first, nfc_ndef_record_view &view)
     show(record, view);
     return !record.has(cf_bit) || show_run(in, record, view);
 }
+
+namespace {
+
+// Apart, so that the usual way saves no registers.
+[[gnu::noinline]] bool next_piece_of_any(ByteView chunks, uint32_t &position, nfc_ndef_bytes &piece)
+{
+    Reader in(chunks.subspan(position));
+    RecordView chunk;
+    if (find_record_apart(in, chunk).reason != NFC_NDEF_MSG_VALID)
+        return false;
+    position = static_cast<uint32_t>(chunks.size() - in.left());
+    piece = lent(chunk.payload());
+    return true;
+}
+
+} // namespace
 
 void write_chunks(const nfc_ndef_record_view &view, Writer &out)
 {
@@ -92,8 +124,8 @@ uint8_t nfc_ndef_record_view_next_piece(const nfc_ndef_record_view *record, uint
         return 0;
     Reader in(chunks.subspan(*position));
     RecordView chunk;
-    if (find_record(in, chunk).reason != NFC_NDEF_MSG_VALID)
-        return 0;
+    if (!find_short_chunk(in, chunk)) [[unlikely]]
+        return next_piece_of_any(chunks, *position, *piece);
     *position = static_cast<uint32_t>(chunks.size() - in.left());
     *piece = lent(chunk.payload());
     return 1;

@@ -31,11 +31,11 @@ bool next_of_any(Reader &in, nfc_ndef_record_view &view);
 [[gnu::always_inline]] inline bool next_record(Reader &in, nfc_ndef_record_view &view)
 {
     RecordView record;
-    if (find_plain_record(in, record)) [[likely]] {
+    Reader any = in; // so that the reader itself may stay in registers
+    if (find_short_record(in, record) && !record.has(cf_bit)) [[likely]] {
         show(record, view);
         return true;
     }
-    Reader any = in; // so that the reader itself may stay in registers
     const bool found = next_of_any(any, view);
     in = any;
     return found;
