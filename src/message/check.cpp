@@ -7,7 +7,7 @@ using namespace ndef;
 
 uint8_t nfc_ndef_msg_check(const uint8_t *data, uint32_t offset, uint32_t length, nfc_ndef_msg_report *report)
 {
-    nfc_ndef_msg_report unwanted;
+    nfc_ndef_msg_report unwanted{};
     return check(message_bytes(data, offset, length), report ? *report : unwanted);
 }
 

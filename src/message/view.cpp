@@ -31,7 +31,7 @@ using namespace ndef;
 uint8_t nfc_ndef_msg_view_open(nfc_ndef_bytes message, nfc_ndef_msg_view *view, nfc_ndef_msg_report *report)
 {
     const ByteView bytes = bytes_of(message);
-    nfc_ndef_msg_report unwanted;
+    nfc_ndef_msg_report unwanted{};
     nfc_ndef_msg_report &found = report ? *report : unwanted;
     const bool valid = check(bytes, found);
     *view = valid ? opened(bytes, found) : nfc_ndef_msg_view{};
