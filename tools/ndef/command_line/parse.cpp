@@ -4,6 +4,7 @@
 #include "command_line/suggestion.h"
 #include "io/failure.h"
 #include "io/output.h"
+#include "text/wrapped.h"
 
 #include <nfc_ndef/printable.h>
 
@@ -46,6 +47,43 @@ struct Unexpected : CLI::ParseError {
     {
     }
     std::string option; // the first of them, if it looks like one
+};
+
+// The help in lines that a terminal shows unbroken. What excludes what is said when it is refused.
+class Help : public CLI::Formatter {
+public:
+    std::string make_option_opts(const CLI::Option *option) const override
+    {
+        std::string text;
+        if (!option->get_type_name().empty())
+            text.append(" ").append(option->get_type_name());
+        if (option->get_expected_max() == CLI::detail::expected_max_vector_size)
+            text += " ...";
+        if (option->get_required())
+            text += " REQUIRED";
+        return text;
+    }
+    std::string make_option_desc(const CLI::Option *option) const override
+    {
+        return wrapped(option->get_description(), 0, 0, terminal - get_column_width());
+    }
+    std::string make_subcommand(const CLI::App *command) const override
+    {
+        const size_t indent = get_column_width();
+        return fmt::format("{:<{}}{}\n", "  " + command->get_name(), indent,
+                           wrapped(command->get_description(), indent, indent, terminal));
+    }
+    std::string make_footer(const CLI::App *command) const override // examples are indented, and stay as they are
+    {
+        std::istringstream footer(command->get_footer());
+        std::string text;
+        for (std::string line; std::getline(footer, line);)
+            text.append(line.starts_with(' ') ? line : wrapped(line, 0, 0, terminal)).append("\n");
+        return text;
+    }
+
+private:
+    static constexpr size_t terminal = 80;
 };
 
 // A command as CLI11 sees it, and those below.
@@ -167,11 +205,11 @@ std::string reason_of(const CLI::ParseError &error, const Parser &chosen, const 
         const std::string unknown = next < arguments.size() ? arguments[next] : "";
         if (unknown.empty())
             return fmt::format("'{}' needs the name of a command", name);
-        const bool is_option = unknown.starts_with('-');
-        return fmt::format("{} has no {} '{}'{}", name, is_option ? "option" : "command",
+        Strings names = chosen.names_of_options();
+        std::ranges::copy(chosen.names_of_commands(), std::back_inserter(names));
+        return fmt::format("{} has no {} '{}'{}", name, unknown.starts_with('-') ? "option" : "command",
                            values::printable_utf8(unknown),
-                           suggestion(unknown == "-v" ? "--version" : unknown,
-                                      is_option ? chosen.names_of_options() : chosen.names_of_commands()));
+                           suggestion(unknown == "-v" || unknown == "-V" ? "--version" : unknown, names));
     }
     std::string reason = error.what();
     std::erase(reason, mark);
@@ -192,6 +230,7 @@ std::optional<Invocation> parsed(const Command &program, std::string_view versio
 
     CLI::App app(std::string(program.summary), std::string(program.name));
     app.set_version_flag("--version", fmt::format("{} {}", program.name, version));
+    app.formatter(std::make_shared<Help>());
     app.get_formatter()->label("SUBCOMMAND", "COMMAND");
     const Parser parser(program, app, !behind_dashes.empty());
     const auto refuse_what_is_left = [&] {

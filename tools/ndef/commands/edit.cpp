@@ -50,7 +50,8 @@ size_t place_of(std::string_view option, const std::string &whole, std::string_v
     size_t place = 0;
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), place);
     if (error != std::errc() || end != number.data() + number.size())
-        refuse(option, whole, "not the number of a record");
+        refuse(option, whole,
+               option == "--move" ? "not the numbers of two records, such as 3:1" : "not the number of a record");
     if (place == 0 || place > records.size())
         refuse(option, whole, fmt::format("there is no such record among {}", records.size()));
     return place - 1;
@@ -83,13 +84,27 @@ bool is_message(const Json &document)
     }
 }
 
+// "/records/0" of a longer path.
+Json::json_pointer record_of(Json::json_pointer path)
+{
+    while (!path.parent_pointer().parent_pointer().empty())
+        path.pop_back();
+    return path;
+}
+
 void set_member(Json &document, const std::string &what)
 {
     const size_t equals = what.find('=');
     if (equals == std::string::npos)
         refuse("--set", what, "has no '=' behind the member");
     try {
-        const Json::json_pointer pointer(what.substr(0, equals));
+        const std::string path = what.substr(0, equals);
+        const Json::json_pointer pointer(path);
+        const size_t records = document["records"].size();
+        if (path.starts_with("/records/") && !document.contains(record_of(pointer)))
+            refuse("--set", what,
+                   records == 1 ? "the only record is /records/0"
+                                : fmt::format("the records are /records/0 to /records/{}", records - 1));
         if (pointer.empty() || !document.contains(pointer.parent_pointer()))
             refuse("--set", what, "there is nothing of the kind in the message");
         const bool is_text = document.contains(pointer) && document[pointer].is_string();
@@ -141,6 +156,8 @@ void run(const Arguments &given)
     gone.erase(std::unique(gone.begin(), gone.end()), gone.end());
     for (const size_t place : gone)
         records.erase(place);
+    if (records.empty())
+        throw Failure(exit_refused, "a message has at least one record: 'ndef erase' empties a tag");
     const std::string edited = document.dump(-1, ' ', false, Json::error_handler_t::replace);
     const std::optional<values::Bytes> message = encode(parse_json(values::view_of(edited), path));
     if (!message)
@@ -157,13 +174,12 @@ Command edit_command()
             .summary = "Changes the records of a message",
             .options = with_input_options({&file, &set, &added, &moved, &removed, &in_place, &output_file, &no_clobber,
                                            &output_format, &output_image}),
-            .footer =
-                "Done in this order: --set, --add, --move, --remove. The members are those of 'ndef json', where\n"
-                "records count from 0.\n"
-                "\nExamples:\n"
-                "  ndef edit tag.ndef --set /records/0/text=Hello -o new.ndef\n"
-                "  ndef edit tag.ndef --set /records/1/uri=https://example.com --in-place\n"
-                "  ndef edit tag.ndef --add other.ndef --move 3:1 --remove 2 | ndef write",
+            .footer = "Done in this order: --set, --add, --move, --remove. The members are those of 'ndef json', where "
+                      "records count from 0.\n"
+                      "\nExamples:\n"
+                      "  ndef edit tag.ndef --set /records/0/text=Hello -o new.ndef\n"
+                      "  ndef edit tag.ndef --set /records/1/uri=https://example.com --in-place\n"
+                      "  ndef edit tag.ndef --add other.ndef --move 3:1 --remove 2 | ndef write",
             .run = run};
 }
 

@@ -66,7 +66,7 @@ Command read_command()
                 "  ndef read\n"
                 "  ndef read --reader ACR122 --wait 60 -o tag.ndef\n"
                 "  ndef read --memory tag.bin\n"
-                "\nExit status: 0 when there is a valid message or none, 1 when the tag is not formatted, refuses,\n"
+                "\nExit status: 0 when there is a valid message or none, 1 when the tag is not formatted, refuses, "
                 "or holds what is not valid, 2 without a service, a reader or a tag in time.",
             .run = run};
 }

@@ -81,7 +81,7 @@ Command write_command()
                 "Examples:\n"
                 "  ndef make uri https://example.com | ndef write\n"
                 "  ndef write tag.ndef --wait 60\n"
-                "\nThe message is checked before, and read back behind. A tag that is taken away too early holds the\n"
+                "\nThe message is checked before, and read back behind. A tag that is taken away too early holds the "
                 "message before, none, or the new one.",
             .run = [](const Arguments &given) {
                 const std::vector<uint8_t> message = message_of(given);

@@ -3,33 +3,18 @@
 #include "io/failure.h"
 #include "io/output.h"
 
-#include <nfc_ndef/printable.h>
-
 #include <fmt/format.h>
 
-#include <cerrno>
 #include <cstdint>
 #include <cstdio>
-#include <cstring>
-#include <memory>
 
 #include <sys/stat.h>
 
 namespace tool {
 
-namespace values = nfc_ndef::values;
-
 namespace {
 
 constexpr size_t limit = 16 << 20;
-
-struct CloseFile {
-    void operator()(std::FILE *file) const
-    {
-        if (file != stdin)
-            std::fclose(file);
-    }
-};
 
 Failure too_long(const std::string &name)
 {
@@ -44,7 +29,7 @@ Failure over_limit(const std::string &name)
 void refuse_by_size(std::FILE *file, const std::string &name, bool unlimited)
 {
     struct stat facts;
-    if (!file || fstat(fileno(file), &facts) != 0 || !S_ISREG(facts.st_mode))
+    if (fstat(fileno(file), &facts) != 0 || !S_ISREG(facts.st_mode))
         return;
     if (static_cast<uint64_t>(facts.st_size) > UINT32_MAX)
         throw too_long(name);
@@ -54,18 +39,13 @@ void refuse_by_size(std::FILE *file, const std::string &name, bool unlimited)
 
 } // namespace
 
-std::string name_of_input(const std::string &path)
-{
-    return path == "-" ? "standard input" : values::printable_utf8(path);
-}
-
 std::vector<uint8_t> read_file(const std::string &path, bool unlimited)
 {
     const std::string name = name_of_input(path);
-    const std::unique_ptr<std::FILE, CloseFile> file(path == "-" ? stdin : std::fopen(path.c_str(), "rb"));
+    const InputFile file = open_input(path);
     std::vector<uint8_t> bytes;
     refuse_by_size(file.get(), name, unlimited);
-    while (file && !std::feof(file.get()) && !std::ferror(file.get())) {
+    while (!std::feof(file.get()) && !std::ferror(file.get())) {
         constexpr size_t step = 1 << 16;
         const size_t before = bytes.size();
         if (before > UINT32_MAX - step)
@@ -75,8 +55,8 @@ std::vector<uint8_t> read_file(const std::string &path, bool unlimited)
         if (!unlimited && bytes.size() > limit)
             throw over_limit(name);
     }
-    if (!file || std::ferror(file.get()))
-        throw Failure(exit_unusable, fmt::format("{}: {}", name, std::strerror(errno)));
+    if (std::ferror(file.get()))
+        refuse_input(path);
     return bytes;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "forms/recognise.h"
+#include "io/open_input.h"
 
 #include <cstdint>
 #include <string>
@@ -13,9 +14,6 @@ struct InputOptions {
     forms::Asked form{};    // found out where it is not said
     bool unlimited = false; // read more than 16 MiB
 };
-
-// What messages call an input: the path made printable, or "standard input".
-std::string name_of_input(const std::string &path);
 
 // Reads a file as it is ("-" is standard input). Throws Failure: exit_unusable when it cannot be read, exit_refused
 // when it is over the limit.

@@ -1,10 +1,5 @@
 #include "io/line_reader.h"
 
-#include "io/failure.h"
-#include "io/input.h"
-
-#include <fmt/format.h>
-
 #include <cerrno>
 #include <cstring>
 
@@ -12,18 +7,9 @@
 
 namespace tool {
 
-void LineReader::Close::operator()(std::FILE *file) const
-{
-    if (file != stdin)
-        std::fclose(file);
-}
-
 LineReader::LineReader(const std::string &path, size_t longest)
-    : name_(name_of_input(path)), file_(path == "-" ? stdin : std::fopen(path.c_str(), "rb")), longest_(longest),
-      buffer_(1 << 16)
+    : path_(path), file_(open_input(path)), longest_(longest), buffer_(1 << 16)
 {
-    if (!file_)
-        throw Failure(exit_unusable, fmt::format("{}: {}", name_, std::strerror(errno)));
 }
 
 bool LineReader::next()
@@ -37,7 +23,7 @@ bool LineReader::next()
             if (count < 0 && errno == EINTR)
                 continue;
             if (count < 0)
-                throw Failure(exit_unusable, fmt::format("{}: {}", name_, std::strerror(errno)));
+                refuse_input(path_);
             at_ = 0;
             end_ = static_cast<size_t>(count);
             if (count == 0) {

@@ -1,8 +1,8 @@
 // Reads lines, however many there are, without keeping more than one of them.
 #pragma once
 
-#include <cstdio>
-#include <memory>
+#include "io/open_input.h"
+
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,12 +22,8 @@ public:
     size_t number() const { return number_; } // from 1
 
 private:
-    struct Close {
-        void operator()(std::FILE *file) const;
-    };
-
-    std::string name_;
-    std::unique_ptr<std::FILE, Close> file_;
+    std::string path_;
+    InputFile file_;
     size_t longest_;
     std::vector<char> buffer_;
     size_t at_ = 0, end_ = 0;
