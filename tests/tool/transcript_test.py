@@ -34,7 +34,9 @@ def played(block, directory):
     lines = block.splitlines()
     at = next((i + 1 for i, line in enumerate(lines) if line.startswith("$ ")), len(lines))
     if at == len(lines) and not lines[-1].startswith("$ "):
-        return block  # remarks alone
+        if not all(line.startswith("#") for line in lines):
+            sys.exit(f"{transcript}: no command prints what begins with: {lines[0]}")
+        return block
     printed = printed_by(lines[at - 1].removeprefix("$ "), directory)
     expected = lines[at:] + [""] * len(printed)
     return "\n".join(lines[:at] + [meant(*pair) for pair in zip(expected, printed)])
