@@ -19,7 +19,8 @@ def messages():
     """Every message of the tables, valid or not."""
     for name in ("vectors.json", "record-types.json", "json-forms.json"):
         for row in json.loads((DATA / name).read_text(encoding="utf-8")):
-            yield bytes_of(row["hex"])
+            if "hex" in row:
+                yield bytes_of(row["hex"])
     yield bytes(nfc_ndef.from_json((DATA / "every-kind.json").read_text(encoding="utf-8")))
 
 

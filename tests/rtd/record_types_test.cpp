@@ -50,9 +50,9 @@ const std::map<uint32_t, Rebuild> types{
 TEST(RecordTypes, AreReadAndMadeAgain)
 {
     for (const auto &row : nlohmann::json::parse(std::ifstream(TEST_DATA "/record-types.json"))) {
-        const std::string wire = row["hex"];
         if (!row.contains("reads_as"))
             continue;
+        const std::string wire = row["hex"];
         const Exact message(bytes(wire));
         nfc_ndef_msg_view view;
         nfc_ndef_record_view record;

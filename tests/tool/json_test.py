@@ -61,6 +61,8 @@ def joined(messages):
 
 
 rows = json.loads((data / "record-types.json").read_text())
+refusals += [(row["refused"], row["why"]) for row in rows if "refused" in row]
+rows = [row for row in rows if "hex" in row]
 alone = [row for row in rows if int(row["hex"][:2], 16) & 0xC0 == 0xC0]
 batches = [alone[i:i + 200] for i in range(0, len(alone), 200)] + [[row] for row in rows if row not in alone]
 for batch in batches:
