@@ -1,5 +1,6 @@
 #include "structures.h"
 
+#include "../c_interface.h"
 #include "../names.h"
 #include "../printable.h"
 #include "../spelling.h"
@@ -194,32 +195,24 @@ constexpr Shown known[] = {
 
 } // namespace
 
-std::optional<Structure> Structures::next()
-{
-    while (!left_.empty() && left_[0] == 0)
-        left_ = left_.subspan(1);
-    if (left_.empty() || size_t{left_[0]} + 1 > left_.size())
-        return std::nullopt;
-    const Structure structure{left_[1], left_.subspan(2, left_[0] - 1u)};
-    left_ = left_.subspan(1 + size_t{left_[0]});
-    return structure;
-}
-
 void show_structures(ByteView bytes, View &view)
 {
-    Structures structures(bytes);
-    while (const auto structure = structures.next()) {
-        const auto *shown = std::ranges::find(known, structure->type, &Shown::type);
+    nfc_ndef_bt_oob walk{};
+    walk.structures = bytes_view(bytes);
+    for (nfc_ndef_eir structure; nfc_ndef_bt_oob_next(&walk, &structure) == 1;) {
+        const ByteView data = view_of(structure.data);
+        const auto *shown = std::ranges::find(known, structure.type, &Shown::type);
         if (shown == std::end(known))
-            view.field(fmt::format("field 0x{:02X}", structure->type), hex_of(structure->data));
-        else if (structure->data.size() < shown->least)
-            view.field(shown->name, fmt::format("{} (too short)", hex_of(structure->data)));
+            view.field(fmt::format("field 0x{:02X}", structure.type), hex_of(data));
+        else if (data.size() < shown->least)
+            view.field(shown->name, fmt::format("{} (too short)", hex_of(data)));
         else
-            view.field(shown->name, shown->show(structure->data));
+            view.field(shown->name, shown->show(data));
     }
-    if (structures.left() != 0)
-        view.warning(
-            fmt::format("a field of {} runs past the end", count_of(bytes[bytes.size() - structures.left()], "byte")));
+    const ByteView left = view_of(walk.structures);
+    const auto length = std::ranges::find_if(left, [](uint8_t byte) { return byte != 0; });
+    if (length != left.end())
+        view.warning(fmt::format("a field of {} runs past the end", count_of(*length, "byte")));
 }
 
 std::string class_of_device_text(uint32_t class_of_device)
